@@ -1,0 +1,2 @@
+// Resource identifiers of the library's own resources.
+#pragma once

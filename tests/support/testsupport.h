@@ -1,0 +1,3 @@
+// Helpers shared by the tests.
+#pragma once
+#include <windows.h>
