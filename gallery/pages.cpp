@@ -1,0 +1,12 @@
+// The list of the gallery's pages, in the order of their tabs.
+#include "pages.h"
+
+#include "pagewelcome.h"
+
+const std::vector<GalleryPageEntry>& GetGalleryPages()
+{
+    static const std::vector<GalleryPageEntry> pages = {
+        {"welcome", &MakeGalleryPage<CPageWelcome>},
+    };
+    return pages;
+}
