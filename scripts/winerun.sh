@@ -26,6 +26,7 @@ stop_all() {
   if [ -d "$state/prefix" ]; then
     WINEPREFIX="$state/prefix" wineserver -k >/dev/null 2>&1 || true
   fi
+  rm -f "$state/server.pid"
   if [ -f "$state/xvfb.pid" ]; then
     kill "$(cat "$state/xvfb.pid")" >/dev/null 2>&1 || true
     rm -f "$state/xvfb.pid" "$state/xvfb.display"
@@ -48,15 +49,21 @@ export WINEARCH=win64
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 
-xvfb_alive() {
-  [ -f "$state/xvfb.pid" ] && kill -0 "$(cat "$state/xvfb.pid")" 2>/dev/null
+pid_alive() {
+  # A dead process that nobody reaped still answers kill -0; look at its state too.
+  local pid st
+  [ -f "$1" ] || return 1
+  pid=$(cat "$1")
+  st=$(ps -o stat= -p "$pid" 2>/dev/null) || return 1
+  case "$st" in Z*|"") return 1 ;; esac
+  return 0
 }
 
 start_xvfb() {
   local n
   for n in $(seq 91 160); do
     if [ ! -e "/tmp/.X11-unix/X$n" ] && [ ! -e "/tmp/.X$n-lock" ]; then
-      setsid Xvfb ":$n" -screen 0 1600x1200x24 -nolisten tcp </dev/null >"$state/xvfb.log" 2>&1 &
+      setsid Xvfb ":$n" -screen 0 1600x1200x24 -nolisten tcp </dev/null >"$state/xvfb.log" 2>&1 9>&- &
       echo $! >"$state/xvfb.pid"
       local i
       for i in $(seq 1 100); do
@@ -73,19 +80,45 @@ start_xvfb() {
 
 (
   flock 9
-  if [ "${KEL_USE_DISPLAY:-0}" != "1" ] && ! xvfb_alive; then
+  if [ "${KEL_USE_DISPLAY:-0}" != "1" ] && ! pid_alive "$state/xvfb.pid"; then
     start_xvfb || exit 1
   fi
-  if [ "${KEL_USE_DISPLAY:-0}" = "1" ]; then export DISPLAY="${DISPLAY}"; else export DISPLAY="$(cat "$state/xvfb.display")"; fi
-  if [ ! -f "$WINEPREFIX/system.reg" ]; then
-    wineboot -i </dev/null >"$state/wineboot.log" 2>&1
+  if [ "${KEL_USE_DISPLAY:-0}" != "1" ]; then export DISPLAY="$(cat "$state/xvfb.display")"; fi
+  if ! pid_alive "$state/server.pid"; then
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then
+      wineboot -i </dev/null >"$state/wineboot.log" 2>&1 9>&-
+    fi
+    if [ ! -f "$state/prefix.configured" ]; then
+      # No window manager runs on the virtual display: Wine manages and frames its windows
+      # itself, so captions and borders appear in pictures of the windows and a window
+      # closes at once instead of waiting for a manager that never answers.
+      wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f \
+        </dev/null >>"$state/wineboot.log" 2>&1 9>&-
+      wine reg add 'HKCU\Software\Wine\X11 Driver' /v Decorated /t REG_SZ /d N /f \
+        </dev/null >>"$state/wineboot.log" 2>&1 9>&-
+      touch "$state/prefix.configured"
+    fi
+    # End any server that we did not start: a server that wine starts by itself inherits the
+    # program's output and would hold the caller's pipe open long after the program ended.
+    wineserver -k </dev/null >/dev/null 2>&1 9>&-
+    wineserver -w </dev/null >/dev/null 2>&1 9>&-
+    # Our own server, kept for a while after the last program so that each start is short.
+    setsid wineserver -f -p600 </dev/null >/dev/null 2>&1 9>&- &
+    echo $! >"$state/server.pid"
   fi
-  # A persistent server keeps the start of every program short; it ends by
-  # itself a while after the last program, or at --stop.
-  setsid wineserver -p600 </dev/null >/dev/null 2>&1
 ) 9>"$state/lock" || exit 1
 
 if [ "${KEL_USE_DISPLAY:-0}" != "1" ]; then
   export DISPLAY="$(cat "$state/xvfb.display")"
 fi
-exec wine "$prog" "$@"
+# Wine's helper processes (the desktop, device services) start with the program's standard
+# handles and outlive it; were those the caller's pipe, the caller would wait for them. So
+# the program writes to files that are copied out once it ends.
+out=$(mktemp "$state/out.XXXXXX")
+err=$(mktemp "$state/err.XXXXXX")
+wine "$prog" "$@" >"$out" 2>"$err" 9>&-
+rc=$?
+cat "$out"
+cat "$err" >&2
+rm -f "$out" "$err"
+exit $rc

@@ -1,1 +1,131 @@
+// Helpers shared by the tests: pumping messages and answering modal boxes.
 #include "testsupport.h"
+
+#include "kelfw/fwwnd.h"
+
+namespace kel_test
+{
+void PumpPending()
+{
+    MSG msg;
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+    {
+        if (msg.message == WM_QUIT)
+        {
+            PostQuitMessage(static_cast<int>(msg.wParam));
+            return;
+        }
+        if (!AfxPreTranslateMessage(&msg))
+        {
+            TranslateMessage(&msg);
+            DispatchMessageA(&msg);
+        }
+    }
+}
+
+void PumpFor(DWORD milliseconds)
+{
+    DWORD start = GetTickCount();
+    do
+    {
+        PumpPending();
+        Sleep(5);
+    } while (GetTickCount() - start < milliseconds);
+    PumpPending();
+}
+
+namespace
+{
+struct FindCtx
+{
+    const std::string* caption;
+    HWND found;
+};
+
+BOOL CALLBACK FindBox(HWND hWnd, LPARAM lParam)
+{
+    FindCtx* ctx = reinterpret_cast<FindCtx*>(lParam);
+    DWORD pid = 0;
+    GetWindowThreadProcessId(hWnd, &pid);
+    if (pid != GetCurrentProcessId())
+        return TRUE;
+    char cls[64] = {}, text[256] = {};
+    GetClassNameA(hWnd, cls, sizeof(cls));
+    GetWindowTextA(hWnd, text, sizeof(text));
+    if (std::string(cls) == "#32770" && *ctx->caption == text)
+    {
+        ctx->found = hWnd;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+HWND FindBoxWindow(const std::string& caption)
+{
+    FindCtx ctx = {&caption, nullptr};
+    EnumWindows(&FindBox, reinterpret_cast<LPARAM>(&ctx));
+    return ctx.found;
+}
+}
+
+bool BoxIsOpen(const char* caption)
+{
+    return FindBoxWindow(caption) != nullptr;
+}
+
+BoxAnswerer::BoxAnswerer(const char* caption, int buttonToPress, DWORD timeoutMs)
+    : m_thread(&BoxAnswerer::Run, this, std::string(caption), buttonToPress, timeoutMs)
+{
+}
+
+BoxAnswerer::~BoxAnswerer()
+{
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+const BoxSeen& BoxAnswerer::Wait()
+{
+    if (m_thread.joinable())
+        m_thread.join();
+    return m_seen;
+}
+
+void BoxAnswerer::Run(std::string caption, int button, DWORD timeoutMs)
+{
+    DWORD start = GetTickCount();
+    HWND hBox = nullptr;
+    while (hBox == nullptr && GetTickCount() - start < timeoutMs)
+    {
+        hBox = FindBoxWindow(caption);
+        if (hBox == nullptr)
+            Sleep(20);
+    }
+    if (hBox == nullptr)
+        return;
+    // Give the box time to finish its initialisation before it is read.
+    Sleep(100);
+    m_seen.found = true;
+    m_seen.caption = caption;
+    char text[1024] = {};
+    GetDlgItemTextA(hBox, 0xFFFF, text, sizeof(text));
+    m_seen.text = text;
+    DWORD defId = static_cast<DWORD>(SendMessageA(hBox, DM_GETDEFID, 0, 0));
+    if (HIWORD(defId) == DC_HASDEFID)
+        m_seen.defaultButton = LOWORD(defId);
+    m_seen.hasYes = GetDlgItem(hBox, IDYES) != nullptr;
+    m_seen.hasNo = GetDlgItem(hBox, IDNO) != nullptr;
+    m_seen.hasOk = GetDlgItem(hBox, IDOK) != nullptr;
+    m_seen.hasCancel = GetDlgItem(hBox, IDCANCEL) != nullptr;
+    // The icon of a message box is a static control showing an icon.
+    for (HWND hChild = GetWindow(hBox, GW_CHILD); hChild != nullptr; hChild = GetWindow(hChild, GW_HWNDNEXT))
+    {
+        char cls[32] = {};
+        GetClassNameA(hChild, cls, sizeof(cls));
+        if (lstrcmpiA(cls, "Static") == 0 && (GetWindowLongA(hChild, GWL_STYLE) & SS_TYPEMASK) == SS_ICON)
+            m_seen.icon = reinterpret_cast<HICON>(SendMessageA(hChild, STM_GETICON, 0, 0));
+    }
+    HWND hButton = GetDlgItem(hBox, button);
+    PostMessageA(hBox, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(hButton));
+}
+}

@@ -8,6 +8,10 @@
 #include <commctrl.h>
 #include <tchar.h>
 
+// Names of the framework's members that the system headers define as macros.
+#undef GetNextWindow
+#undef SubclassWindow
+
 #ifdef KELFW_BUILDING
 #define KELFW_API __declspec(dllexport)
 #else

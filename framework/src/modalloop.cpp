@@ -1,0 +1,54 @@
+// The modal loop shared by dialogs and property sheets.
+#include "modalloop.h"
+
+#include "kelfw/fwapp.h"
+
+HWND AfxGetModalOwner(HWND hWndParent)
+{
+    HWND hWnd = hWndParent;
+    if (hWnd == nullptr)
+        hWnd = ::GetActiveWindow();
+    if (hWnd == nullptr)
+    {
+        CWinApp* pApp = AfxGetApp();
+        if (pApp != nullptr && pApp->m_pMainWnd != nullptr)
+            hWnd = pApp->m_pMainWnd->GetSafeHwnd();
+    }
+    if (hWnd == nullptr)
+        return nullptr;
+    // Only top-level windows own dialogs.
+    return ::GetAncestor(hWnd, GA_ROOT);
+}
+
+int AfxRunModalLoop(HWND hWnd, bool bShowOnIdle, BOOL (*pfnContinue)(void*), void* pContext)
+{
+    if ((::GetWindowLongPtrA(hWnd, GWL_STYLE) & WS_VISIBLE) != 0)
+        bShowOnIdle = false;
+    MSG msg;
+    for (;;)
+    {
+        if (!pfnContinue(pContext))
+            return 0;
+        // Idle: show the window the first time the queue is empty, then wait.
+        while (!::PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE))
+        {
+            if (bShowOnIdle)
+            {
+                ::ShowWindow(hWnd, SW_SHOWNORMAL);
+                ::UpdateWindow(hWnd);
+                bShowOnIdle = false;
+            }
+            AfxDeleteTempMaps();
+            if (!pfnContinue(pContext))
+                return 0;
+            ::WaitMessage();
+        }
+        do
+        {
+            if (!AfxPumpMessage())
+                return -1;
+            if (!pfnContinue(pContext))
+                return 0;
+        } while (::PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE));
+    }
+}
