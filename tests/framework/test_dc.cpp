@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "dibsurface.h"
+
 #include <type_traits>
 #include <vector>
 
@@ -28,84 +30,7 @@ long DcCount()
     return AfxGetLiveCount(afxLiveDCs);
 }
 
-// A 32-bit top-down DIB section selected into a memory CDC, filled white. Pixels are read
-// straight from the bits, independently of the context's own GetPixel.
-class DibSurface
-{
-public:
-    DibSurface(int cx, int cy) : m_cx(cx), m_cy(cy)
-    {
-        BITMAPINFO bmi = {};
-        bmi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-        bmi.bmiHeader.biWidth = cx;
-        bmi.bmiHeader.biHeight = -cy;
-        bmi.bmiHeader.biPlanes = 1;
-        bmi.bmiHeader.biBitCount = 32;
-        bmi.bmiHeader.biCompression = BI_RGB;
-        void* pBits = nullptr;
-        m_hBitmap = ::CreateDIBSection(nullptr, &bmi, DIB_RGB_COLORS, &pBits, nullptr, 0);
-        m_pBits = static_cast<DWORD*>(pBits);
-        m_dc.CreateCompatibleDC(nullptr);
-        m_hOld = ::SelectObject(m_dc.m_hDC, m_hBitmap);
-        for (int i = 0; i < cx * cy; ++i)
-            m_pBits[i] = 0x00FFFFFF;
-    }
-
-    ~DibSurface()
-    {
-        ::SelectObject(m_dc.m_hDC, m_hOld);
-        m_dc.DeleteDC();
-        ::DeleteObject(m_hBitmap);
-    }
-
-    DibSurface(const DibSurface&) = delete;
-    DibSurface& operator=(const DibSurface&) = delete;
-
-    bool IsValid() const { return m_pBits != nullptr && m_dc.m_hDC != nullptr; }
-    CDC& DC() { return m_dc; }
-    HBITMAP Bitmap() const { return m_hBitmap; }
-
-    COLORREF Pixel(int x, int y) const
-    {
-        ::GdiFlush();
-        const DWORD v = m_pBits[y * m_cx + x];
-        return RGB((v >> 16) & 0xFF, (v >> 8) & 0xFF, v & 0xFF);
-    }
-
-    // Pixels of rc whose colour is clr.
-    int Count(const RECT& rc, COLORREF clr) const
-    {
-        int n = 0;
-        for (int y = rc.top; y < rc.bottom; ++y)
-            for (int x = rc.left; x < rc.right; ++x)
-                n += Pixel(x, y) == clr ? 1 : 0;
-        return n;
-    }
-
-    // Pixels of rc darker than mid grey in every channel (text, however it is smoothed).
-    int CountDark(const RECT& rc) const
-    {
-        int n = 0;
-        for (int y = rc.top; y < rc.bottom; ++y)
-            for (int x = rc.left; x < rc.right; ++x)
-            {
-                const COLORREF c = Pixel(x, y);
-                n += (GetRValue(c) < 128 && GetGValue(c) < 128 && GetBValue(c) < 128) ? 1 : 0;
-            }
-        return n;
-    }
-
-    int Width() const { return m_cx; }
-    int Height() const { return m_cy; }
-
-private:
-    int m_cx;
-    int m_cy;
-    CDC m_dc;
-    HBITMAP m_hBitmap = nullptr;
-    HGDIOBJ m_hOld = nullptr;
-    DWORD* m_pBits = nullptr;
-};
+using kel_test::DibSurface;
 
 // ---------------------------------------------------------------------------------------
 // A plain test window whose WM_PAINT paints through CPaintDC and records what it saw.

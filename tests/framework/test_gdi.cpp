@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "dibsurface.h"
+
 #include <cstdlib>
 #include <type_traits>
 
@@ -22,19 +24,7 @@ long GdiCount()
     return AfxGetLiveCount(afxLiveGdiObjects);
 }
 
-// Makes a module the current resource module for one test and puts the old one back.
-class ResourceModuleScope
-{
-public:
-    explicit ResourceModuleScope(HINSTANCE hModule) : m_hOld(AfxGetResourceHandle())
-    {
-        AfxSetResourceHandle(hModule);
-    }
-    ~ResourceModuleScope() { AfxSetResourceHandle(m_hOld); }
-
-private:
-    HINSTANCE m_hOld;
-};
+using kel_test::ResourceModuleScope;
 
 // What a second thread saw when it wrapped a brush.
 struct ThreadProbe

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include "dibsurface.h"
+
 #include <functional>
 #include <type_traits>
 #include <vector>
@@ -29,86 +31,7 @@ long ListCount()
     return AfxGetLiveCount(afxLiveImageLists);
 }
 
-DWORD ToBits(COLORREF c)
-{
-    return (static_cast<DWORD>(GetRValue(c)) << 16) | (static_cast<DWORD>(GetGValue(c)) << 8) |
-           GetBValue(c);
-}
-
-// A 32-bit top-down DIB section: either selected into a memory CDC as a drawing target,
-// or handed to a CBitmap as an image. Pixels are read and written straight in the bits.
-class Dib
-{
-public:
-    Dib(int cx, int cy, COLORREF fill) : m_cx(cx)
-    {
-        BITMAPINFO bmi = {};
-        bmi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-        bmi.bmiHeader.biWidth = cx;
-        bmi.bmiHeader.biHeight = -cy;
-        bmi.bmiHeader.biPlanes = 1;
-        bmi.bmiHeader.biBitCount = 32;
-        bmi.bmiHeader.biCompression = BI_RGB;
-        void* pBits = nullptr;
-        m_hBitmap = ::CreateDIBSection(nullptr, &bmi, DIB_RGB_COLORS, &pBits, nullptr, 0);
-        m_pBits = static_cast<DWORD*>(pBits);
-        for (int i = 0; m_pBits != nullptr && i < cx * cy; ++i)
-            m_pBits[i] = ToBits(fill);
-    }
-    ~Dib()
-    {
-        if (m_dc.m_hDC != nullptr)
-            ::SelectObject(m_dc.m_hDC, m_hOld);
-        m_dc.DeleteDC();
-        if (m_hBitmap != nullptr)
-            ::DeleteObject(m_hBitmap);
-    }
-    Dib(const Dib&) = delete;
-    Dib& operator=(const Dib&) = delete;
-
-    // Selects the section into a memory context for drawing into it.
-    CDC& DC()
-    {
-        if (m_dc.m_hDC == nullptr && m_dc.CreateCompatibleDC(nullptr))
-            m_hOld = ::SelectObject(m_dc.m_hDC, m_hBitmap);
-        return m_dc;
-    }
-    // Hands the section to a bitmap owner (which then deletes it).
-    void GiveTo(CBitmap& bitmap)
-    {
-        ::GdiFlush();
-        bitmap.Attach(m_hBitmap);
-        m_hBitmap = nullptr;
-    }
-    void Fill(const RECT& rc, COLORREF c)
-    {
-        for (int y = rc.top; y < rc.bottom; ++y)
-            for (int x = rc.left; x < rc.right; ++x)
-                m_pBits[y * m_cx + x] = ToBits(c);
-    }
-    COLORREF Pixel(int x, int y) const
-    {
-        ::GdiFlush();
-        const DWORD v = m_pBits[y * m_cx + x];
-        return RGB((v >> 16) & 0xFF, (v >> 8) & 0xFF, v & 0xFF);
-    }
-    int Count(const RECT& rc, COLORREF c) const
-    {
-        int n = 0;
-        for (int y = rc.top; y < rc.bottom; ++y)
-            for (int x = rc.left; x < rc.right; ++x)
-                n += Pixel(x, y) == c ? 1 : 0;
-        return n;
-    }
-    bool IsValid() const { return m_pBits != nullptr; }
-
-private:
-    int m_cx;
-    HBITMAP m_hBitmap = nullptr;
-    DWORD* m_pBits = nullptr;
-    CDC m_dc;
-    HGDIOBJ m_hOld = nullptr;
-};
+using Dib = kel_test::DibSurface;
 
 // A monochrome mask of cx x cy whose pixels inside rcTransparent are 1 (transparent).
 void MakeMask(CBitmap& mask, int cx, int cy, const RECT& rcTransparent)
@@ -134,18 +57,7 @@ HICON MakeIcon(int cx, int cy, COLORREF c)
     return ::CreateIconIndirect(&ii);
 }
 
-class ResourceModuleScope
-{
-public:
-    explicit ResourceModuleScope(HINSTANCE hModule) : m_hOld(AfxGetResourceHandle())
-    {
-        AfxSetResourceHandle(hModule);
-    }
-    ~ResourceModuleScope() { AfxSetResourceHandle(m_hOld); }
-
-private:
-    HINSTANCE m_hOld;
-};
+using kel_test::ResourceModuleScope;
 
 // The standard small toolbar strip that the common controls carry as a bitmap resource.
 const UINT kStdSmallColorBitmap = 120;
