@@ -77,7 +77,8 @@ LRESULT OnGetItemRect(RGTreeWindow* w, WPARAM textOnly, RECT* rect)
 {
     if (!rect)
         return 0;
-    RGTreeItem* item = *reinterpret_cast<RGTreeItem**>(rect);
+    RGTreeItem* item = nullptr;
+    memcpy(&item, rect, sizeof(item));
     RECT row;
     if (!item || !RGTreeRowRect(w, item, &row))
         return 0;
