@@ -45,7 +45,7 @@ int RGTreeRowsThatFit(RGTreeWindow* w)
 {
     if (!w->hwnd)
         return 0;
-    RECT client;
+    RECT client = {};
     GetClientRect(w->hwnd, &client);
     const int height = static_cast<int>(RGTreeGetItemHeight(w));
     return height > 0 ? (client.bottom - client.top) / height : 0;
@@ -81,7 +81,7 @@ bool RGTreeRowRect(RGTreeWindow* w, RGTreeItem* item, RECT* row)
     const int index = RGTreeGetVisibleIndex(w, item);
     if (index < 0)
         return false;
-    RECT client;
+    RECT client = {};
     GetClientRect(w->hwnd, &client);
     const int height = static_cast<int>(RGTreeGetItemHeight(w));
     row->left = client.left;

@@ -356,7 +356,7 @@ RGTreeItem* RGTreeVisibleTarget(RGTreeWindow* w, RGTreeItem* item)
     RECT row;
     if (!RGTreeRowRect(w, item, &row))
         return nullptr;
-    RECT client;
+    RECT client = {};
     GetClientRect(w->hwnd, &client);
     if (row.top < client.top)
         return item;
@@ -753,7 +753,7 @@ bool RGTreeExpandItem(RGTreeWindow* w, UINT action, RGTreeItem* item, bool notif
         }
         if (w->redrawEnabled && !RGTreeUpdateScrollBars(w))
         {
-            RECT client;
+            RECT client = {};
             GetClientRect(w->hwnd, &client);
             if (wholeWindow)
                 InvalidateRect(w->hwnd, nullptr, TRUE);

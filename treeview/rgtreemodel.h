@@ -129,3 +129,19 @@ LRESULT RGTreeNotify(RGTreeWindow* w, UINT code, UINT action, RGTreeItem* oldIte
 void RGTreeEndLabelEdit(RGTreeWindow* w, bool cancel);
 void RGTreeStopTracking(RGTreeWindow* w);
 void RGTreeInvalidateAll(RGTreeWindow* w);
+
+// On 32-bit Windows the records keep their established layout, field for field.
+#if !defined(_WIN64)
+#include <stddef.h>
+static_assert(offsetof(RGTreeItem, childCount) == 20, "RGTreeItem layout");
+static_assert(offsetof(RGTreeItem, data) + offsetof(RGTreeItemData, lParam) == 44, "RGTreeItem layout");
+static_assert(offsetof(RGTreeItem, data) + offsetof(RGTreeItemData, textWidth) == 48, "RGTreeItem layout");
+static_assert(sizeof(RGTreeItem) == 52, "RGTreeItem layout");
+static_assert(offsetof(RGTreeStore, totalCount) == 52 && sizeof(RGTreeStore) == 68, "RGTreeStore layout");
+static_assert(offsetof(RGTreeWindow, visibleCount) == 76, "RGTreeWindow layout");
+static_assert(offsetof(RGTreeWindow, firstVisible) == 92, "RGTreeWindow layout");
+static_assert(offsetof(RGTreeWindow, redrawEnabled) == 112, "RGTreeWindow layout");
+static_assert(offsetof(RGTreeWindow, inScrollUpdate) == 144, "RGTreeWindow layout");
+static_assert(offsetof(RGTreeWindow, pressX) == 156, "RGTreeWindow layout");
+static_assert(sizeof(RGTreeWindow) == 168, "RGTreeWindow layout");
+#endif

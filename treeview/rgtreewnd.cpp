@@ -67,8 +67,10 @@ LRESULT OnCreate(HWND hwnd, LPARAM lParam)
 
 void FreeRecord(HWND hwnd, RGTreeWindow* w)
 {
-    while (w->store.root.firstChild)
-        RGTreeDeleteItem(w, w->store.root.firstChild);
+    // Items inserted after WM_DESTROY still go through onDelete, once each.
+    w->redrawEnabled = 0;
+    if (w->store.root.firstChild)
+        RGTreeDeleteAll(w);
     SetWindowLongPtrA(hwnd, GWLP_USERDATA, 0);
     free(w);
 }
@@ -190,7 +192,10 @@ void RGTreeSelectItem(RGTreeWindow* w, RGTreeItem* item, UINT code, bool byMouse
 {
     if (code == TVGN_FIRSTVISIBLE)
     {
-        if (item && !RGTreeIsRow(w, item) && !RGTreeEnsureVisible(w, item, true))
+        // A null top row is only right for an empty tree; the request is ignored.
+        if (!item)
+            return;
+        if (!RGTreeIsRow(w, item) && !RGTreeEnsureVisible(w, item, true))
             return;
         w->firstVisible = nullptr;
         RGTreeSetFirstVisible(w, item);

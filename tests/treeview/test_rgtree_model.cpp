@@ -624,3 +624,29 @@ TEST_F(RGTreeModelF, DestroyingTheWindowDeletesEveryItemOnce)
     tree = nullptr;
     EXPECT_EQ(state.deleted.size(), 3u);
 }
+
+TEST_F(RGTreeModelF, SelectingNullAsFirstVisibleKeepsTheTopRow)
+{
+    MakeTree();
+    std::vector<HTREEITEM> top = Flat(TVI_ROOT, 5);
+    Select(top[2], TVGN_FIRSTVISIBLE);
+    Select(nullptr, TVGN_FIRSTVISIBLE);
+    EXPECT_EQ(W()->firstVisible, I(top[2]));
+    EXPECT_EQ(W()->firstVisibleIndex, 2);
+    EXPECT_EQ(Next(TVGN_CARET, nullptr), top[2]);
+}
+
+TEST_F(RGTreeModelF, UnansweredMessagesGoToThePreviousProcedure)
+{
+    MakeTree();
+    // The engine's window class answers WM_GETTEXTLENGTH through the default procedure.
+    SetWindowTextA(tree, "abc");
+    EXPECT_EQ(SendMessageA(tree, WM_GETTEXTLENGTH, 0, 0), 3);
+    // A sorted-children-by-callback request is not the engine's: nothing is sorted.
+    HTREEITEM b = Insert(TVI_ROOT, TVI_LAST, "b");
+    Insert(TVI_ROOT, TVI_LAST, "a");
+    TVSORTCB sort = {};
+    sort.hParent = TVI_ROOT;
+    Send(TVM_SORTCHILDRENCB, 0, reinterpret_cast<LPARAM>(&sort));
+    EXPECT_EQ(Next(TVGN_ROOT, nullptr), b);
+}
