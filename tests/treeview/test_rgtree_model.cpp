@@ -284,17 +284,33 @@ TEST_F(RGTreeModelF, CollapseOfAncestorThatIsNoRowKeepsSelection)
     HTREEITEM p = Insert(TVI_ROOT, TVI_LAST, "p");
     HTREEITEM c = Insert(p, TVI_LAST, "c");
     HTREEITEM g = Insert(c, TVI_LAST, "g");
-    Expand(c);
-    Expand(p);
+    // A vetoed expansion leaves the new selection hidden inside collapsed ancestors.
+    state.vetoExpanding = true;
     Select(g);
-    Expand(p, TVE_COLLAPSE); // selection moves to p
-    ASSERT_EQ(Next(TVGN_CARET, nullptr), p);
-    Select(g); // expands p again through EnsureVisible
-    ASSERT_TRUE(State(p) & TVIS_EXPANDED);
-    Expand(p, TVE_COLLAPSE);
-    Select(p);
-    Send(TVM_EXPAND, TVE_COLLAPSE, reinterpret_cast<LPARAM>(c)); // c is not a row now
-    EXPECT_EQ(Next(TVGN_CARET, nullptr), p);
+    ASSERT_EQ(Next(TVGN_CARET, nullptr), g);
+    ASSERT_FALSE(State(p) & TVIS_EXPANDED);
+    Expand(c);
+    Expand(c, TVE_COLLAPSE); // c is no row: the selection stays where it is
+    EXPECT_EQ(Next(TVGN_CARET, nullptr), g);
+    EXPECT_TRUE(State(g) & TVIS_SELECTED);
+    EXPECT_EQ(W()->visibleCount, 1);
+}
+
+TEST_F(RGTreeModelF, FirstVisibleOfHiddenItemWithVetoedExpansionChangesNothing)
+{
+    MakeTree();
+    HTREEITEM a = Insert(TVI_ROOT, TVI_LAST, "a");
+    HTREEITEM p = Insert(TVI_ROOT, TVI_LAST, "p");
+    HTREEITEM c = Insert(p, TVI_LAST, "c");
+    Select(a);
+    state.vetoExpanding = true;
+    state.clear();
+    EXPECT_EQ(Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(c)), 1);
+    EXPECT_EQ(W()->firstVisible, I(a));
+    EXPECT_EQ(Next(TVGN_CARET, nullptr), a);
+    EXPECT_EQ(state.count(TVN_SELCHANGINGA), 0u);
+    EXPECT_EQ(state.count(TVN_ITEMEXPANDINGA), 1u);
+    EXPECT_EQ(Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(c)), 0);
 }
 
 TEST_F(RGTreeModelF, DeletingLastItemLeavesNoFirstVisible)
