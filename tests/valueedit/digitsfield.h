@@ -11,7 +11,7 @@ namespace kel_ve_test
 class CDigitsField : public CKelValueEditEx, public CKelValueEditEx::Behavior
 {
 public:
-    static const uint32_t kAtMostThree = 1;
+    static constexpr uint32_t kAtMostThree = 1;
 
     CDigitsField() : CKelValueEditEx::Behavior(this) {}
 
