@@ -28,6 +28,22 @@
 
 // ---- text to number and back (numbertext.cpp) ----
 // BEGIN number text conversions
+// Every number that passes as text goes through these two, so that lengths read and show in
+// the user's current unit and input mode. Each call makes a parser of its own, so a change of
+// the units takes effect at the next call. flag is handed to the parser (true for lengths).
+
+// Text to number at nDecimals; false when the text is not understood (*value is then as the
+// parser left it: set a default before the call).
+KELWINCTRL_API bool GetEditValueFromString(const char* text, double* value, bool flag, int nDecimals);
+// The same at 4 decimals.
+KELWINCTRL_API bool GetEditValueFromString(const char* text, double* value, bool flag);
+// Number to text at nDecimals; an empty text when no parser could be made.
+KELWINCTRL_API CString GetStringFromEditValue(double value, bool flag, int nDecimals);
+// The same at 4 decimals.
+KELWINCTRL_API CString GetStringFromEditValue(double value, bool flag);
+// value modulo the full circle of the angle unit in *angleDef; the sign follows value, so
+// -30 degrees stays -30.
+KELWINCTRL_API double RollWinkelValue(double* angleDef, double value);
 // END number text conversions
 
 // ---- the edit layers ----
