@@ -3,8 +3,43 @@
 
 namespace kel_ve_test
 {
+DesktopLock::DesktopLock()
+{
+    HANDLE hMutex = ::CreateMutexA(nullptr, FALSE, "KelWinCtrlValueEditTestDesktop");
+    if (hMutex == nullptr)
+        return;
+    DWORD wait = ::WaitForSingleObject(hMutex, 60000);
+    if (wait == WAIT_OBJECT_0 || wait == WAIT_ABANDONED)
+        m_hMutex = hMutex;
+    else
+        ::CloseHandle(hMutex);
+}
+
+DesktopLock::~DesktopLock()
+{
+    if (m_hMutex == nullptr)
+        return;
+    ::ReleaseMutex(m_hMutex);
+    ::CloseHandle(m_hMutex);
+}
+
+CRecordingFrame::~CRecordingFrame()
+{
+    if (m_hWnd != nullptr)
+        DestroyWindow();
+    m_pDesktopLock.reset();
+}
+
+void CRecordingFrame::PostNcDestroy()
+{
+    m_pDesktopLock.reset();
+}
+
 bool CRecordingFrame::CreateFrame(const char* title)
 {
+    m_pDesktopLock = std::make_unique<DesktopLock>();
+    if (!m_pDesktopLock->Held())
+        return false;
     if (!CreateEx(0, nullptr, title, WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 20, 20, 420, 260, nullptr,
                   nullptr))
         return false;

@@ -6,6 +6,7 @@
 
 #include "testsupport.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,10 +29,29 @@ struct NotifySeen
     LPARAM lParam = -1;
 };
 
+// Holds the lock on the desktop that the tests of this executable take in turn: they run as
+// processes of their own, side by side, and focus and activation are shared by all windows
+// of the desktop.
+class DesktopLock
+{
+public:
+    DesktopLock();
+    ~DesktopLock();
+    DesktopLock(const DesktopLock&) = delete;
+    DesktopLock& operator=(const DesktopLock&) = delete;
+    bool Held() const { return m_hMutex != nullptr; }
+
+private:
+    HANDLE m_hMutex = nullptr;
+};
+
 // A visible top-level window that logs the notifications it receives, in order.
+// It holds the desktop lock from its creation until it is destroyed.
 class CRecordingFrame : public CWnd
 {
 public:
+    CRecordingFrame() = default;
+    ~CRecordingFrame() override;
     bool CreateFrame(const char* title = "value field test");
     std::vector<NotifySeen> notifies;
     // The LVN_ENDLABELEDITA notifications among them.
@@ -42,6 +62,10 @@ public:
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void PostNcDestroy() override;
+
+private:
+    std::unique_ptr<DesktopLock> m_pDesktopLock;
 };
 
 // Posts a key press to a window as the keyboard would, with its scan code.
