@@ -1,7 +1,5 @@
-// Tests of the key utilities: the key-state word and the keys an in-place edit keeps.
+// Tests of the keys an in-place edit keeps away from the host: table 108 and the character keys.
 #include "kelwinctrl.h"
-
-#include "testsupport.h"
 
 #include <gtest/gtest.h>
 
@@ -182,47 +180,4 @@ TEST_F(ReservedKeys, OnlyKeyDownMessagesCount)
     EXPECT_EQ(0, Key(WM_CHAR, 'a'));
     EXPECT_EQ(0, Key(WM_SYSKEYDOWN, 'A'));
     EXPECT_EQ(0, Key(WM_MOUSEMOVE, 0));
-}
-
-namespace
-{
-void SendKey(WORD key, bool up)
-{
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-    ASSERT_EQ(1u, ::SendInput(1, &input, sizeof(input)));
-}
-}
-
-TEST(AsyncKeyState, NoKeysHeld)
-{
-    EXPECT_EQ(0, GetKelWinCtrlAsyncKeyState());
-}
-
-TEST(AsyncKeyState, BitsFollowTheHeldKeys)
-{
-    const struct
-    {
-        WORD key;
-        int32_t bit;
-    } keys[] = {{VK_SHIFT, KELWINCTRL_KEY_SHIFT}, {VK_CONTROL, KELWINCTRL_KEY_CONTROL}, {VK_MENU, KELWINCTRL_KEY_ALT}};
-    for (const auto& k : keys)
-    {
-        SendKey(k.key, false);
-        kel_test::PumpFor(50);
-        EXPECT_EQ(k.bit, GetKelWinCtrlAsyncKeyState()) << k.key;
-        SendKey(k.key, true);
-        kel_test::PumpFor(50);
-        EXPECT_EQ(0, GetKelWinCtrlAsyncKeyState()) << k.key;
-    }
-    SendKey(VK_SHIFT, false);
-    SendKey(VK_CONTROL, false);
-    kel_test::PumpFor(50);
-    EXPECT_EQ(KELWINCTRL_KEY_SHIFT | KELWINCTRL_KEY_CONTROL, GetKelWinCtrlAsyncKeyState());
-    SendKey(VK_CONTROL, true);
-    SendKey(VK_SHIFT, true);
-    kel_test::PumpFor(50);
-    EXPECT_EQ(0, GetKelWinCtrlAsyncKeyState());
 }
