@@ -126,6 +126,8 @@ TEST_F(FieldNumbersTest, EndlabeleditValueReadsTheNotifiedText)
     EXPECT_DOUBLE_EQ(2500.0, value);
     item.pszText = const_cast<char*>("2.5 apples");
     EXPECT_FALSE(CKelValueEdit::GetEndlabeleditValue(&item, &value, true));
+    item.pszText = nullptr;   // a cancelled edit carries no text: no value
+    EXPECT_FALSE(CKelValueEdit::GetEndlabeleditValue(&item, &value, true));
 }
 
 TEST_F(FieldNumbersTest, InPlaceEditReportsAValueTheOwnerCanRead)

@@ -5,6 +5,8 @@
 
 #include "dlgtemplate.h"
 
+#include <algorithm>
+
 using namespace kel_ve_test;
 
 namespace
@@ -67,9 +69,11 @@ TEST_F(FocusTest, FirstClickSelectsAllAndSecondClickSetsTheCaret)
 TEST_F(FocusTest, TakingTheFocusSelectsAllAndTheParentHearsOfIt)
 {
     field.SetSel(3, 3);
+    frame.commandCodes.clear();
     field.SetFocus();
     kel_test::PumpPending();
     EXPECT_EQ(std::make_pair(0, 9), Selection(field));
+    EXPECT_EQ(1, std::count(frame.commandCodes.begin(), frame.commandCodes.end(), static_cast<UINT>(EN_SETFOCUS)));
 }
 
 TEST_F(FocusTest, ReturnWithoutDefaultButtonMovesTheFocusToTheParentAndMarksTheText)

@@ -60,6 +60,8 @@ std::vector<NotifySeen> CRecordingFrame::EndLabelEdits() const
 
 LRESULT CRecordingFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == WM_COMMAND && lParam != 0)
+        commandCodes.push_back(HIWORD(wParam));
     if (message == WM_NOTIFY && lParam != 0)
     {
         const NMHDR* pHdr = reinterpret_cast<const NMHDR*>(lParam);

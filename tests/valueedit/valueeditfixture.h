@@ -54,6 +54,8 @@ public:
     ~CRecordingFrame() override;
     bool CreateFrame(const char* title = "value field test");
     std::vector<NotifySeen> notifies;
+    // Notification codes of the WM_COMMAND messages it received, in order.
+    std::vector<UINT> commandCodes;
     // The LVN_ENDLABELEDITA notifications among them.
     std::vector<NotifySeen> EndLabelEdits() const;
     // When set, called for each LVN_ENDLABELEDITA after it was recorded.
