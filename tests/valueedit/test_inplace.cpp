@@ -72,10 +72,7 @@ TEST_F(InPlaceTest, CreationTakesTheListsFontAndTheFocus)
     HWND hEdit = pEdit->m_hWnd;
     EXPECT_EQ(hEdit, ::GetFocus());
     EXPECT_EQ(reinterpret_cast<LRESULT>(hListFont), ::SendMessageA(hEdit, WM_GETFONT, 0, 0));
-    // Taking the focus selected the whole text.
-    pEdit->SetWindowText("12.5");
-    pEdit->SetFocus();
-    EXPECT_TRUE(frame.EndLabelEdits().empty());
+    EXPECT_TRUE(frame.EndLabelEdits().empty());   // nothing is reported while the edit is open
     ::DestroyWindow(hEdit);
 }
 
