@@ -1,5 +1,8 @@
-// The gallery's host services 20 (registry base) and 34 (host state guard).
+// The gallery's host services 20 (registry base) and 34 (host state guard), and the unit
+// settings read by the expression parser.
 #include "hostservices.h"
+
+#include "galleryunits.h"
 
 #include <atomic>
 #include <cstring>
@@ -58,6 +61,9 @@ int32_t __cdecl GalleryQueryService(int serviceId, void** service)
     case KELWINCTRL_SERVICE_HOST_STATE_GUARD:
         ++g_guardQueries;
         *service = static_cast<IKelHostStateGuard*>(&g_hostStateGuard);
+        return 1;
+    case KELHOSTKIT_SERVICE_UNIT_SETTINGS:
+        *service = static_cast<IKelUnitSettings*>(GetGalleryUnitSettings());
         return 1;
     default:
         ++g_unknownQueries;

@@ -1,6 +1,8 @@
 // The gallery's host services, reached by the library through pfnQueryService:
 //   20  IKelRegistryService   the registry base of the gallery
 //   34  IKelHostStateGuard    brackets each host call that runs a selection dialog
+//   90  IKelUnitSettings      length unit and input mode for the expression parser
+//                             (galleryunits.h)
 //
 //     void* p = nullptr;
 //     GalleryQueryService(KELWINCTRL_SERVICE_REGISTRY, &p);   // p is an IKelRegistryService*

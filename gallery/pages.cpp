@@ -1,12 +1,14 @@
 // The list of the gallery's pages, in the order of their tabs.
 #include "pages.h"
 
+#include "pagevaluefields.h"
 #include "pagewelcome.h"
 
 const std::vector<GalleryPageEntry>& GetGalleryPages()
 {
     static const std::vector<GalleryPageEntry> pages = {
         {"welcome", &MakeGalleryPage<CPageWelcome>},
+        {"valuefields", &MakeGalleryPage<CPageValueFields>},
     };
     return pages;
 }

@@ -5,6 +5,8 @@
 //   IKelRegistryService    host service 20: where the library keeps its registry values
 //   IKelHostStateGuard     host service 34: brackets each host call that runs a dialog
 //   CKelWinApp             the library's application object
+// and the shared text and key utilities (texts by number, fixed-length names, shortening,
+// name search, key state, the reserved keys of in-place editors).
 //
 // A host initialises the library once, on its user-interface thread, before it creates a
 // control:
@@ -155,3 +157,45 @@ public:
 
 // The library's one application object.
 KELWINCTRL_API CKelWinApp* GetKelWinApp();
+
+// ---- text and key utilities ----
+//
+//     CString caption;
+//     GetDorvatText(caption, 2100177);          // a text of the host's table, blanks cut
+//     CString name("Wall");
+//     ConvertToAscii(name, 8);                  // "Wall    ", for a fixed-length field
+//     ConvertToIso(name);                       // "Wall" again
+
+// Bits of GetKelWinCtrlAsyncKeyState.
+#define KELWINCTRL_KEY_SHIFT 0x1
+#define KELWINCTRL_KEY_CONTROL 0x2
+#define KELWINCTRL_KEY_ALT 0x4
+
+// Text `number` of the host's table with line breaks, at most 256 characters, trailing blanks
+// cut; "" when the table has no such text. parameters is null or a parameter block: the
+// values in order, each followed by the character 30, the block ended by 31, 31.
+KELWINCTRL_API void GetDorvatText(CString& text, uint32_t number);
+KELWINCTRL_API void GetDorvatText(CString& text, uint32_t number, char* parameters);
+// The same as one line: line breaks become blanks.
+KELWINCTRL_API void GetDorvatTextSingleLine(CString& text, uint32_t number);
+KELWINCTRL_API void GetDorvatTextSingleLine(CString& text, uint32_t number, char* parameters);
+
+// A blank-padded name of the host's fixed-length fields to a text: trailing blanks cut.
+KELWINCTRL_API void ConvertToIso(CString& text);
+// A text to a fixed-length field: padded with blanks on the right up to length; a longer
+// text stays as it is.
+KELWINCTRL_API void ConvertToAscii(CString& text, int length);
+// False for an empty name and for one that ends with a blank.
+KELWINCTRL_API bool IsCorrectName(const char* name);
+// text, or its longest prefix followed by "..." such that it fits into width with offset
+// added; "..." alone when no prefix fits. An empty text stays empty.
+KELWINCTRL_API CString MakeShortedString(CDC* dc, const char* text, int width, int offset);
+// whole: name equals text; otherwise name occurs in text. Without caseSensitive both are
+// compared in upper case.
+KELWINCTRL_API bool FindNameIsInText(const char* name, const char* text, bool caseSensitive, bool whole);
+// The keys held right now: KELWINCTRL_KEY_SHIFT, _CONTROL, _ALT.
+KELWINCTRL_API int32_t GetKelWinCtrlAsyncKeyState();
+// 1 when the key message belongs to an edit control rather than to the host's accelerators:
+// the clipboard keys, Delete and Space (sent to hwnd as WM_COMMAND 0 through the library's
+// accelerator table), or a character key pressed without Control and Alt. 0 otherwise.
+KELWINCTRL_API int32_t IsReservedKeyForEditControl(HWND hwnd, MSG* msg);
