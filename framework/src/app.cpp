@@ -18,6 +18,10 @@ void FreeString(LPCTSTR& psz)
     psz = nullptr;
 }
 
+// The code of the WM_QUIT that ended this thread's message loop: what ExitInstance reports,
+// so that PostQuitMessage(n) becomes the exit code of the thread or the program.
+thread_local int t_nQuitCode = 0;
+
 // Base name of a module file without folder and extension.
 CString ModuleBaseName(HINSTANCE hModule)
 {
@@ -56,7 +60,7 @@ BOOL CWinThread::InitInstance()
 int CWinThread::ExitInstance()
 {
     AfxDeleteTempMaps();
-    return 0;
+    return t_nQuitCode;
 }
 
 CWnd* CWinThread::GetMainWnd()
@@ -80,7 +84,10 @@ BOOL CWinThread::PumpMessage()
 {
     MSG msg;
     if (!::GetMessageA(&msg, nullptr, 0, 0))
+    {
+        t_nQuitCode = static_cast<int>(msg.wParam);
         return FALSE;
+    }
     if (!PreTranslateMessage(&msg))
     {
         ::TranslateMessage(&msg);

@@ -29,6 +29,9 @@ int AfxRunModalLoop(HWND hWnd, bool bShowOnIdle, BOOL (*pfnContinue)(void*), voi
     {
         if (!pfnContinue(pContext))
             return 0;
+        // Nothing could end the loop once its window is gone; leave instead of waiting forever.
+        if (!::IsWindow(hWnd))
+            return -1;
         // Idle: show the window the first time the queue is empty, then wait.
         while (!::PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE))
         {
@@ -49,6 +52,8 @@ int AfxRunModalLoop(HWND hWnd, bool bShowOnIdle, BOOL (*pfnContinue)(void*), voi
                 return -1;
             if (!pfnContinue(pContext))
                 return 0;
+            if (!::IsWindow(hWnd))
+                return -1;
         } while (::PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE));
     }
 }

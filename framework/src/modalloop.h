@@ -7,5 +7,6 @@
 HWND AfxGetModalOwner(HWND hWndParent);
 
 // Pumps messages through pre-translation until pfnContinue answers FALSE. Shows hWnd when
-// the queue first runs empty if bShowOnIdle. Returns -1 when WM_QUIT ended it, else 0.
+// the queue first runs empty if bShowOnIdle. Returns -1 when WM_QUIT ended it or hWnd was
+// destroyed under it (with its owner, say), else 0.
 int AfxRunModalLoop(HWND hWnd, bool bShowOnIdle, BOOL (*pfnContinue)(void*), void* pContext);

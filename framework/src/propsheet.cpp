@@ -357,10 +357,12 @@ BOOL CPropertySheet::ContinueModal()
 {
     if (m_hWnd == nullptr || m_nModalResult != -1)
         return FALSE;
-    // A modeless sheet reports that it is done by having no current page any more.
+    // A modeless sheet reports that it is done by having no current page any more. It may
+    // have been closed without a WM_COMMAND passing OnCommand (PSM_PRESSBUTTON runs the
+    // button inside the sheet), so ask the sheet whether OK closed it (a positive result).
     if (::SendMessageA(m_hWnd, PSM_GETCURRENTPAGEHWND, 0, 0) == 0)
     {
-        m_nModalResult = IDCANCEL;
+        m_nModalResult = ::SendMessageA(m_hWnd, PSM_GETRESULT, 0, 0) > 0 ? IDOK : IDCANCEL;
         return FALSE;
     }
     return TRUE;

@@ -34,6 +34,36 @@ void PumpFor(DWORD milliseconds)
     PumpPending();
 }
 
+bool TakeForeground(HWND hWnd)
+{
+    DWORD start = GetTickCount();
+    do
+    {
+        SetForegroundWindow(hWnd);
+        SetActiveWindow(hWnd);
+        PumpPending();
+        if (GetForegroundWindow() == hWnd && GetActiveWindow() == hWnd)
+            return true;
+        Sleep(10);
+    } while (GetTickCount() - start < 2000);
+    return false;
+}
+
+bool RunHoldingForeground(HWND hWnd, const std::function<void()>& step, int attempts)
+{
+    for (int i = 0; i < attempts; ++i)
+    {
+        if (!TakeForeground(hWnd))
+            continue;
+        step();
+        DWORD pid = 0;
+        GetWindowThreadProcessId(GetForegroundWindow(), &pid);
+        if (pid == GetCurrentProcessId())
+            return true;
+    }
+    return false;
+}
+
 namespace
 {
 struct FindCtx
@@ -66,6 +96,26 @@ HWND FindBoxWindow(const std::string& caption)
     EnumWindows(&FindBox, reinterpret_cast<LPARAM>(&ctx));
     return ctx.found;
 }
+}
+
+DesktopLock::DesktopLock()
+{
+    HANDLE hMutex = ::CreateMutexA(nullptr, FALSE, "KelWinCtrlTestDesktop");
+    if (hMutex == nullptr)
+        return;
+    DWORD wait = ::WaitForSingleObject(hMutex, 60000);
+    if (wait == WAIT_OBJECT_0 || wait == WAIT_ABANDONED)
+        m_hMutex = hMutex;
+    else
+        ::CloseHandle(hMutex);
+}
+
+DesktopLock::~DesktopLock()
+{
+    if (m_hMutex == nullptr)
+        return;
+    ::ReleaseMutex(m_hMutex);
+    ::CloseHandle(m_hMutex);
 }
 
 bool BoxIsOpen(const char* caption)
@@ -103,16 +153,36 @@ void BoxAnswerer::Run(std::string caption, int button, DWORD timeoutMs)
     }
     if (hBox == nullptr)
         return;
-    // Give the box time to finish its initialisation before it is read.
+    // The box is found by its caption as soon as it is created; read it only once it has
+    // finished its initialisation (text, buttons, default button). It is shown after that,
+    // and its thread answers a sent message only from the box's own message loop. The last
+    // pause covers a busy machine running several test programs at once.
+    while (!IsWindowVisible(hBox) && IsWindow(hBox) && GetTickCount() - start < timeoutMs)
+        Sleep(10);
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutA(hBox, WM_NULL, 0, 0, SMTO_NORMAL, 5000, &answer);
     Sleep(100);
     m_seen.found = true;
     m_seen.caption = caption;
+    m_seen.owner = GetWindow(hBox, GW_OWNER);
     char text[1024] = {};
     GetDlgItemTextA(hBox, 0xFFFF, text, sizeof(text));
     m_seen.text = text;
-    DWORD defId = static_cast<DWORD>(SendMessageA(hBox, DM_GETDEFID, 0, 0));
-    if (HIWORD(defId) == DC_HASDEFID)
-        m_seen.defaultButton = LOWORD(defId);
+    // The default button is the push button drawn as the default one. DM_GETDEFID is not
+    // asked first: Wine's message box answers IDOK there even when No is the default.
+    for (HWND hChild = GetWindow(hBox, GW_CHILD); hChild != nullptr; hChild = GetWindow(hChild, GW_HWNDNEXT))
+    {
+        char cls[32] = {};
+        GetClassNameA(hChild, cls, sizeof(cls));
+        if (lstrcmpiA(cls, "Button") == 0 && (GetWindowLongA(hChild, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON)
+            m_seen.defaultButton = GetDlgCtrlID(hChild);
+    }
+    if (m_seen.defaultButton == 0)
+    {
+        DWORD defId = static_cast<DWORD>(SendMessageA(hBox, DM_GETDEFID, 0, 0));
+        if (HIWORD(defId) == DC_HASDEFID)
+            m_seen.defaultButton = LOWORD(defId);
+    }
     m_seen.hasYes = GetDlgItem(hBox, IDYES) != nullptr;
     m_seen.hasNo = GetDlgItem(hBox, IDNO) != nullptr;
     m_seen.hasOk = GetDlgItem(hBox, IDOK) != nullptr;

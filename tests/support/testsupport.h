@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -13,6 +14,17 @@ void PumpPending();
 // Pumps messages for the given time.
 void PumpFor(DWORD milliseconds);
 
+// Makes a top-level window of this process the foreground and active window. Test
+// programs run side by side on one display, and a window that another program shows takes
+// the foreground; a test that depends on activation or focus takes it back first.
+bool TakeForeground(HWND hWnd);
+// Runs a step that needs the foreground, taking it first, and runs it again (up to the
+// given number of times) when another program took the foreground while it ran, since its
+// outcome then says nothing. True when a run still had the foreground at its end (nothing
+// hands it back once another program took it); the step records what it saw, and the test
+// asserts on the last run's record.
+bool RunHoldingForeground(HWND hWnd, const std::function<void()>& step, int attempts = 5);
+
 // What a modal box looked like when it was answered.
 struct BoxSeen
 {
@@ -22,6 +34,7 @@ struct BoxSeen
     int defaultButton = 0;     // id of the default push button
     bool hasYes = false, hasNo = false, hasOk = false, hasCancel = false;
     HICON icon = nullptr;      // icon the box shows, if any
+    HWND owner = nullptr;      // the window the box is modal to
 };
 
 // Waits on a thread of its own for a dialog box of this process with the given caption,
@@ -41,6 +54,22 @@ private:
     void Run(std::string caption, int button, DWORD timeoutMs);
     std::thread m_thread;
     BoxSeen m_seen;
+};
+
+// The desktop's focus and activation are shared by every window of every test program, and
+// CTest runs test programs side by side: a test that needs the focus holds this lock, named
+// the same in all test programs, for as long as its windows exist.
+class DesktopLock
+{
+public:
+    DesktopLock();
+    ~DesktopLock();
+    DesktopLock(const DesktopLock&) = delete;
+    DesktopLock& operator=(const DesktopLock&) = delete;
+    bool Held() const { return m_hMutex != nullptr; }
+
+private:
+    HANDLE m_hMutex = nullptr;
 };
 
 // True when a top-level window of this process with the caption exists.
