@@ -572,7 +572,9 @@ void CKelPropertyTree::ReplaceItems(CKelPropertyTreeItem* pItem, CKelPropertyTre
 
 void CKelPropertyTree::ChangeParent(CKelPropertyTreeItem* pItem, CKelPropertyTreeItem* pNewParent)
 {
-    if (!pItem || !pNewParent || pItem->GetParent() == pNewParent)
+    // A row cannot go below itself: that would cut its subtree off the tree.
+    if (!pItem || !pNewParent || pItem->GetParent() == pNewParent || pItem == pNewParent ||
+        IsAncestorOf(pItem, pNewParent))
         return;
     Unlink(pItem);
     pItem->SetSibling(nullptr);

@@ -5,8 +5,10 @@ namespace pttest
 {
 int CountedItem::s_live = 0;
 int CountedItem::s_made = 0;
+int CountedItem::s_destroyedCount = 0;
 int CountedItem::s_doubleDestroyed = 0;
 std::set<const void*> CountedItem::s_destroyed;
+std::set<const void*> CountedItem::s_liveSet;
 
 namespace
 {
@@ -52,6 +54,8 @@ LRESULT RecordingParent::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         items.push_back(nm->pItem);
         ids.push_back(nm->hdr.idFrom);
         senders.push_back(nm->hdr.hwndFrom);
+        if (onNotify)
+            onNotify(nm);
         if (nm->hdr.code == PTN_ITEM_DELETING && keep.count(nm->pItem))
             return 1;
         return refuse.count(nm->hdr.code) ? 1 : 0;

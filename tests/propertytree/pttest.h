@@ -3,6 +3,7 @@
 #pragma once
 #include <propertytree.h>
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -19,24 +20,32 @@ public:
         SetResID(resID);
         ++s_live;
         ++s_made;
+        s_liveSet.insert(this);
     }
     ~CountedItem() override
     {
         --s_live;
-        if (!s_destroyed.insert(this).second)
+        ++s_destroyedCount;
+        // A row destroyed twice is no longer in the set of live rows the second time.
+        if (s_liveSet.erase(this) == 0)
             ++s_doubleDestroyed;
+        s_destroyed.insert(this);
     }
     static void Reset()
     {
         s_live = 0;
         s_made = 0;
+        s_destroyedCount = 0;
         s_doubleDestroyed = 0;
         s_destroyed.clear();
+        s_liveSet.clear();
     }
     static int s_live;
     static int s_made;
+    static int s_destroyedCount;
     static int s_doubleDestroyed;
-    static std::set<const void*> s_destroyed;
+    static std::set<const void*> s_destroyed;   // every address a row died at
+    static std::set<const void*> s_liveSet;
 };
 
 // A row with a value that records the protocol calls made on it.
@@ -93,6 +102,8 @@ public:
     DWORD omOptions = 0;
     CK_AttribSet* attribSet = nullptr;
     int externalFunction = 0;
+    // Runs inside each WM_NOTIFY, so that a test can look at the tree at that moment.
+    std::function<void(const PropertyTreeNotify*)> onNotify;
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -162,6 +162,38 @@ TEST_F(TreeWindowTest, NotificationCarriesSenderIdCodeAndItem)
     EXPECT_EQ(tree.m_hWnd, parent.senders[0]);
 }
 
+TEST_F(TreeWindowTest, InsertedIsSentAtTheEndOfLinking)
+{
+    CKelPropertyTreeItem* top = Add("top");
+    bool linked = false;
+    parent.onNotify = [&](const PropertyTreeNotify* nm) {
+        linked = nm->pItem->GetParent() == top && top->GetChild() == nm->pItem &&
+                 nm->pItem->GetItemOwner() == &tree && nm->pItem->GetCtrlID() == 2;
+    };
+    Add("child", top);
+    EXPECT_TRUE(linked);
+}
+
+TEST_F(TreeWindowTest, ChangeIsSentAfterTheVariableIsWrittenAndBeforeTheRefresh)
+{
+    ValueItem* row = static_cast<ValueItem*>(tree.InsertItem(new ValueItem("v")));
+    LONG_PTR variable = 0;
+    row->SetItemDataExchange(&variable);
+    std::vector<std::string> callsAtNotify;
+    LONG_PTR variableAtNotify = -1;
+    parent.onNotify = [&](const PropertyTreeNotify*) {
+        callsAtNotify = row->calls;
+        variableAtNotify = variable;
+    };
+    row->Activate();
+    row->Type(6);
+    row->CommitChanges(1);
+    std::vector<std::string> expected = {"OnActivate", "OnCommit"};
+    EXPECT_EQ(expected, callsAtNotify);
+    EXPECT_EQ(6, variableAtNotify);
+    EXPECT_EQ("OnRefresh", row->calls.back());
+}
+
 TEST_F(TreeWindowTest, EveryTableCodeIsDeliveredAndTheGapsAreNot)
 {
     CKelPropertyTreeItem* row = Add("row");
@@ -357,7 +389,9 @@ TEST_F(TreeWindowTest, DeletingASubtreeAsksFirstAndDestroysEveryItemOnce)
     EXPECT_EQ(order, parent.items);
     EXPECT_EQ(1, CountedItem::s_live);
     EXPECT_EQ(0, CountedItem::s_doubleDestroyed);
-    EXPECT_EQ(4u, CountedItem::s_destroyed.size());
+    EXPECT_EQ(4, CountedItem::s_destroyedCount);
+    for (CKelPropertyTreeItem* gone : {top, a, a1, b})
+        EXPECT_TRUE(CountedItem::s_destroyed.count(gone));
     EXPECT_EQ(other, tree.GetRootItem()->GetChild());
     EXPECT_EQ(nullptr, other->GetSibling());
 }
