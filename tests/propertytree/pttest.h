@@ -73,6 +73,7 @@ public:
     void OnCancel() override { calls.push_back("OnCancel"); m_working = m_value; }
     void OnUndo() override { calls.push_back("OnUndo"); m_value = m_undo; }
     void OnRefresh() override { calls.push_back("OnRefresh"); }
+    void OnMove() override { calls.push_back("OnMove"); }
     void Type(LONG_PTR v) { m_working = v; }
 
     std::vector<std::string> calls;

@@ -35,6 +35,7 @@ struct TreeWindowTest : ::testing::Test
     }
     void TearDown() override
     {
+        parent.onNotify = nullptr;   // it may hold references to the test's locals
         tree.DeleteAllItems();
         tree.DestroyWindow();
         parent.DestroyWindow();
@@ -1364,4 +1365,57 @@ TEST_F(TreeWindowTest, UpdateResizeRangeAndPositionReturnsToZeroWhenAllFits)
     tree.SetOriginOffset(40);
     list->UpdateResize();
     EXPECT_EQ(0, tree.GetOrigin().y);
+}
+
+TEST_F(TreeWindowTest, RefreshAndMovePassesReachEveryRowOrTheSubtree)
+{
+    ValueItem* a = static_cast<ValueItem*>(tree.InsertItem(new ValueItem("a")));
+    ValueItem* a1 = static_cast<ValueItem*>(tree.InsertItem(new ValueItem("a1"), a));
+    ValueItem* b = static_cast<ValueItem*>(tree.InsertItem(new ValueItem("b")));
+    tree.RefreshItems(a);
+    EXPECT_EQ(std::vector<std::string>{"OnRefresh"}, a->calls);
+    EXPECT_EQ(std::vector<std::string>{"OnRefresh"}, a1->calls);
+    EXPECT_TRUE(b->calls.empty());
+    tree.RefreshItems();
+    EXPECT_EQ(2u, a->calls.size());
+    EXPECT_EQ(std::vector<std::string>{"OnRefresh"}, b->calls);
+    tree.UpdateMoveAllItems();
+    EXPECT_EQ("OnMove", a->calls.back());
+    EXPECT_EQ("OnMove", a1->calls.back());
+    EXPECT_EQ("OnMove", b->calls.back());
+    // A resize of the list moves every live in-place control too.
+    b->calls.clear();
+    tree.MoveWindow(0, 0, 260, 150);
+    EXPECT_EQ(std::vector<std::string>{"OnMove"}, b->calls);
+}
+
+TEST_F(TreeWindowTest, ItemSelectInMultipleModeGoesThroughMultipleSelect)
+{
+    tree.SetMultipleSelection(true);
+    CKelPropertyTreeItem* a = Add("a");
+    CKelPropertyTreeItem* b = Add("b");
+    LayoutRows(tree);
+    EXPECT_EQ(1, a->Select(1));
+    EXPECT_TRUE(a->IsSelected());
+    EXPECT_EQ(a, tree.GetFocusedItem());
+    EXPECT_EQ(1, b->Select(1));   // without Ctrl or Shift the selection moves
+    EXPECT_FALSE(a->IsSelected());
+    EXPECT_TRUE(b->IsSelected());
+    EXPECT_EQ(b, tree.GetFocusedItem());
+}
+
+TEST_F(TreeWindowTest, GroupRootIsTheNearestAncestorOrNone)
+{
+    CKelPropertyTreeItem* g = Add("g", nullptr, PT_RESID_GROUP_ROOT);
+    CKelPropertyTreeItem* inner = Add("inner", g, PT_RESID_GROUP_ROOT);
+    CKelPropertyTreeItem* row = Add("row", inner, 4);
+    CKelPropertyTreeItem* outside = Add("outside", nullptr, 4);
+    EXPECT_EQ(inner, tree.GetRootOfItem(row));
+    EXPECT_EQ(g, tree.GetRootOfItem(g));
+    EXPECT_EQ(nullptr, tree.GetRootOfItem(outside));
+    tree.SetActiveGroupRootItem(row);
+    EXPECT_EQ(inner, tree.GetActiveGroupRootItem());
+    tree.SetActiveGroupRootItem(nullptr);
+    EXPECT_EQ(nullptr, tree.GetActiveGroupRootItem());
+    EXPECT_EQ(row, tree.GetFirstItemByResID(4u));
 }
