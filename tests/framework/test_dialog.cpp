@@ -332,20 +332,32 @@ TEST_F(DialogTest, ResourceTemplateReturnKeyGoesThroughPreTranslationToOnOK)
 {
     // OnOK accepts only a name, so the edit gets some typed text before Return.
     CResourceDialog dlg(&owner, {Char('L'), Char('1'), Key(VK_RETURN)});
-    kel_test::TakeForeground(owner.m_hWnd);   // so that the dialog gets the focus when shown
 
     INT_PTR result = dlg.DoModal();
 
     EXPECT_EQ(IDOK, result);
     EXPECT_TRUE(dlg.subclassed);
     EXPECT_STREQ("Layer name:", dlg.labelText);   // the static's text comes from the template
-    EXPECT_TRUE(dlg.editFocusedBeforeInput);
     EXPECT_STREQ("L1", dlg.name);
     // The control pre-translates first, then the dialog, whose dialog keys turn Return
     // into IDOK.
     std::vector<std::string> expected = {"edit:keydown:13", "dialog:keydown:13", "OnOK"};
     EXPECT_EQ(expected, dlg.log);
     EXPECT_EQ(nullptr, dlg.m_edit.m_hWnd);   // the subclassed edit went with the dialog
+}
+
+TEST_F(DialogTest, ShownModalDialogHasFocusOnItsFirstTabStop)
+{
+    bool editFocused = false;
+    INT_PTR result = 0;
+    bool held = kel_test::RunHoldingForeground(owner.m_hWnd, [&] {
+        CResourceDialog dlg(&owner, {Key(VK_ESCAPE)});
+        result = dlg.DoModal();
+        editFocused = dlg.editFocusedBeforeInput;
+    });
+    ASSERT_TRUE(held) << "another program kept the foreground";
+    EXPECT_EQ(IDCANCEL, result);
+    EXPECT_TRUE(editFocused);
 }
 
 TEST_F(DialogTest, FailedDataExchangeKeepsDialogOpenUntilInputIsValid)
