@@ -3,26 +3,6 @@
 
 namespace kel_ve_test
 {
-DesktopLock::DesktopLock()
-{
-    HANDLE hMutex = ::CreateMutexA(nullptr, FALSE, "KelWinCtrlValueEditTestDesktop");
-    if (hMutex == nullptr)
-        return;
-    DWORD wait = ::WaitForSingleObject(hMutex, 60000);
-    if (wait == WAIT_OBJECT_0 || wait == WAIT_ABANDONED)
-        m_hMutex = hMutex;
-    else
-        ::CloseHandle(hMutex);
-}
-
-DesktopLock::~DesktopLock()
-{
-    if (m_hMutex == nullptr)
-        return;
-    ::ReleaseMutex(m_hMutex);
-    ::CloseHandle(m_hMutex);
-}
-
 CRecordingFrame::~CRecordingFrame()
 {
     if (m_hWnd != nullptr)

@@ -29,21 +29,7 @@ struct NotifySeen
     LPARAM lParam = -1;
 };
 
-// Holds the lock on the desktop that the tests of this executable take in turn: they run as
-// processes of their own, side by side, and focus and activation are shared by all windows
-// of the desktop.
-class DesktopLock
-{
-public:
-    DesktopLock();
-    ~DesktopLock();
-    DesktopLock(const DesktopLock&) = delete;
-    DesktopLock& operator=(const DesktopLock&) = delete;
-    bool Held() const { return m_hMutex != nullptr; }
-
-private:
-    HANDLE m_hMutex = nullptr;
-};
+using kel_test::DesktopLock;
 
 // A visible top-level window that logs the notifications it receives, in order.
 // It holds the desktop lock from its creation until it is destroyed.
