@@ -758,6 +758,7 @@ protected:
 
 private:
     static void InitGlobalResources();
+    void SubstituteInLinks(CKelPropertyTreeItem* pOld, CKelPropertyTreeItem* pNew);
     static void FreeGlobalResources();
     void LoadInternalImages();
     CKelPropertyTreeItem* FindByCtrlID(CKelPropertyTreeItem* pItem, unsigned id);

@@ -473,13 +473,10 @@ void CKelPropertyTree::OnDeleteItem(CKelPropertyTreeItem* pItem, ITEM_DELETE mod
 
 // ---- replacing and moving ----
 
-void CKelPropertyTree::ReplaceItem(CKelPropertyTreeItem* pOld, CKelPropertyTreeItem* pNew)
+// Puts pNew where pOld stands in its parent's chain of children and on the visible list.
+void CKelPropertyTree::SubstituteInLinks(CKelPropertyTreeItem* pOld, CKelPropertyTreeItem* pNew)
 {
-    if (!pOld || !pNew || pOld == pNew)
-        return;
-    CKelPropertyTreeItem* parent = pOld->GetParent();
-    pNew->SetSibling(pOld->GetSibling());
-    if (parent)
+    if (CKelPropertyTreeItem* parent = pOld->GetParent())
     {
         if (parent->GetChild() == pOld)
             parent->SetChild(pNew);
@@ -500,6 +497,15 @@ void CKelPropertyTree::ReplaceItem(CKelPropertyTreeItem* pOld, CKelPropertyTreeI
                 p->SetNextVisible(pNew);
                 break;
             }
+}
+
+void CKelPropertyTree::ReplaceItem(CKelPropertyTreeItem* pOld, CKelPropertyTreeItem* pNew)
+{
+    if (!pOld || !pNew || pOld == pNew)
+        return;
+    CKelPropertyTreeItem* parent = pOld->GetParent();
+    pNew->SetSibling(pOld->GetSibling());
+    SubstituteInLinks(pOld, pNew);
     if (IsItemOnVisibleList(pNew))
         pNew->SetNextVisible(pOld->GetNextVisible());
     pNew->SetParent(parent);
@@ -519,27 +525,7 @@ void CKelPropertyTree::ReplaceItems(CKelPropertyTreeItem* pItem, CKelPropertyTre
     Unlink(pOther);
     RemoveFromVisibleList(pOther);
     CKelPropertyTreeItem* parent = pItem->GetParent();
-    if (parent)
-    {
-        if (parent->GetChild() == pItem)
-            parent->SetChild(pOther);
-        else
-            for (CKelPropertyTreeItem* p = parent->GetChild(); p; p = p->GetSibling())
-                if (p->GetSibling() == pItem)
-                {
-                    p->SetSibling(pOther);
-                    break;
-                }
-    }
-    if (m_pVisibleList == pItem)
-        m_pVisibleList = pOther;
-    else
-        for (CKelPropertyTreeItem* p = m_pVisibleList; p; p = p->GetNextVisible())
-            if (p->GetNextVisible() == pItem)
-            {
-                p->SetNextVisible(pOther);
-                break;
-            }
+    SubstituteInLinks(pItem, pOther);
     pOther->SetParent(parent);
     pOther->SetSibling(pItem->GetSibling());
     pOther->SetChild(pItem->GetChild());
