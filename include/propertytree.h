@@ -758,6 +758,8 @@ protected:
 
 private:
     static void InitGlobalResources();
+    static void SubstituteInChildren(CKelPropertyTreeItem* parent, CKelPropertyTreeItem* pOld,
+                                     CKelPropertyTreeItem* pNew);
     void SubstituteInLinks(CKelPropertyTreeItem* pOld, CKelPropertyTreeItem* pNew);
     static void FreeGlobalResources();
     void LoadInternalImages();

@@ -311,17 +311,7 @@ void CKelPropertyTree::Unlink(CKelPropertyTreeItem* pItem)
     CKelPropertyTreeItem* parent = pItem->GetParent();
     if (!parent)
         return;
-    if (parent->GetChild() == pItem)
-        parent->SetChild(pItem->GetSibling());
-    else
-    {
-        for (CKelPropertyTreeItem* p = parent->GetChild(); p; p = p->GetSibling())
-            if (p->GetSibling() == pItem)
-            {
-                p->SetSibling(pItem->GetSibling());
-                break;
-            }
-    }
+    SubstituteInChildren(parent, pItem, pItem->GetSibling());
     pItem->SetSibling(nullptr);
 }
 
@@ -473,21 +463,28 @@ void CKelPropertyTree::OnDeleteItem(CKelPropertyTreeItem* pItem, ITEM_DELETE mod
 
 // ---- replacing and moving ----
 
+// Puts pNew where pOld stands in the parent's chain of children.
+void CKelPropertyTree::SubstituteInChildren(CKelPropertyTreeItem* parent, CKelPropertyTreeItem* pOld,
+                                            CKelPropertyTreeItem* pNew)
+{
+    if (parent->GetChild() == pOld)
+    {
+        parent->SetChild(pNew);
+        return;
+    }
+    for (CKelPropertyTreeItem* p = parent->GetChild(); p; p = p->GetSibling())
+        if (p->GetSibling() == pOld)
+        {
+            p->SetSibling(pNew);
+            return;
+        }
+}
+
 // Puts pNew where pOld stands in its parent's chain of children and on the visible list.
 void CKelPropertyTree::SubstituteInLinks(CKelPropertyTreeItem* pOld, CKelPropertyTreeItem* pNew)
 {
     if (CKelPropertyTreeItem* parent = pOld->GetParent())
-    {
-        if (parent->GetChild() == pOld)
-            parent->SetChild(pNew);
-        else
-            for (CKelPropertyTreeItem* p = parent->GetChild(); p; p = p->GetSibling())
-                if (p->GetSibling() == pOld)
-                {
-                    p->SetSibling(pNew);
-                    break;
-                }
-    }
+        SubstituteInChildren(parent, pOld, pNew);
     if (m_pVisibleList == pOld)
         m_pVisibleList = pNew;
     else
@@ -610,15 +607,7 @@ void CKelPropertyTree::MoveItem(CKelPropertyTreeItem* pSource, CKelPropertyTreeI
     if (before)
     {
         pSource->SetSibling(pDestination);
-        if (parent->GetChild() == pDestination)
-            parent->SetChild(pSource);
-        else
-            for (CKelPropertyTreeItem* p = parent->GetChild(); p; p = p->GetSibling())
-                if (p->GetSibling() == pDestination)
-                {
-                    p->SetSibling(pSource);
-                    break;
-                }
+        SubstituteInChildren(parent, pDestination, pSource);
     }
     else
     {

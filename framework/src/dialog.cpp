@@ -102,18 +102,12 @@ INT_PTR CDialog::DoModal()
         return -1;
 
     // The owner is disabled while the dialog runs, as with any modal window.
-    HWND hWndOwner = AfxGetModalOwner(m_pParentWnd->GetSafeHwnd());
-    bool bEnableOwner = false;
-    if (hWndOwner != nullptr && ::IsWindowEnabled(hWndOwner))
-    {
-        ::EnableWindow(hWndOwner, FALSE);
-        bEnableOwner = true;
-    }
+    CModalOwner owner(m_pParentWnd->GetSafeHwnd());
 
     m_nModalResult = -1;
     m_bContinueModal = true;
     m_bInModalLoop = true;
-    if (CreateDlgIndirect(lpTemplate, CWnd::FromHandle(hWndOwner), hInst))
+    if (CreateDlgIndirect(lpTemplate, CWnd::FromHandle(owner.Get()), hInst))
     {
         if (m_bContinueModal)
             RunModalLoop(MLF_SHOWONIDLE);
@@ -124,10 +118,7 @@ INT_PTR CDialog::DoModal()
     m_bInModalLoop = false;
     m_bContinueModal = false;
 
-    if (bEnableOwner)
-        ::EnableWindow(hWndOwner, TRUE);
-    if (hWndOwner != nullptr && m_hWnd != nullptr && ::GetActiveWindow() == m_hWnd)
-        ::SetActiveWindow(hWndOwner);
+    owner.Release(m_hWnd);
     DestroyWindow();
     return m_nModalResult;
 }

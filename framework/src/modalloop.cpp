@@ -20,6 +20,24 @@ HWND AfxGetModalOwner(HWND hWndParent)
     return ::GetAncestor(hWnd, GA_ROOT);
 }
 
+CModalOwner::CModalOwner(HWND hWndParent) : m_hWnd(AfxGetModalOwner(hWndParent)), m_bEnable(false)
+{
+    if (m_hWnd != nullptr && ::IsWindowEnabled(m_hWnd))
+    {
+        ::EnableWindow(m_hWnd, FALSE);
+        m_bEnable = true;
+    }
+}
+
+void CModalOwner::Release(HWND hWndModal)
+{
+    if (m_bEnable)
+        ::EnableWindow(m_hWnd, TRUE);
+    m_bEnable = false;
+    if (m_hWnd != nullptr && hWndModal != nullptr && ::GetActiveWindow() == hWndModal)
+        ::SetActiveWindow(m_hWnd);
+}
+
 int AfxRunModalLoop(HWND hWnd, bool bShowOnIdle, BOOL (*pfnContinue)(void*), void* pContext)
 {
     if ((::GetWindowLongPtrA(hWnd, GWL_STYLE) & WS_VISIBLE) != 0)

@@ -322,16 +322,10 @@ BOOL CPropertySheet::OnInitDialog()
 
 INT_PTR CPropertySheet::DoModal()
 {
-    HWND hWndOwner = AfxGetModalOwner(m_pParentWnd->GetSafeHwnd());
-    bool bEnableOwner = false;
-    if (hWndOwner != nullptr && ::IsWindowEnabled(hWndOwner))
-    {
-        ::EnableWindow(hWndOwner, FALSE);
-        bEnableOwner = true;
-    }
+    CModalOwner owner(m_pParentWnd->GetSafeHwnd());
     m_nModalResult = -1;
     CWnd* pOldParent = m_pParentWnd;
-    m_pParentWnd = CWnd::FromHandle(hWndOwner);
+    m_pParentWnd = CWnd::FromHandle(owner.Get());
     if (Create(m_pParentWnd))
     {
         m_bModeless = false;
@@ -345,10 +339,7 @@ INT_PTR CPropertySheet::DoModal()
                        SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
     }
     m_pParentWnd = pOldParent;
-    if (bEnableOwner)
-        ::EnableWindow(hWndOwner, TRUE);
-    if (hWndOwner != nullptr && m_hWnd != nullptr && ::GetActiveWindow() == m_hWnd)
-        ::SetActiveWindow(hWndOwner);
+    owner.Release(m_hWnd);
     DestroyWindow();
     return m_nModalResult;
 }
