@@ -425,6 +425,8 @@ public:
     void Undo();
     int IsCommitted() const { return m_nCommitted; }
     void SendNotify4This(unsigned code);
+    // Opens an editor of the label over the label's highlight (selected rows as last painted).
+    void EditLabel(const CString& text, unsigned limit);
     // The in-place editor of the label while one is open (it is an edit row).
     CKelPropertyTreeItem* GetLabelEditor() const { return m_pLabelEdit; }
 
@@ -546,6 +548,7 @@ public:
     void UpdateResize();
     // Drops the focus when the focused row is no longer on the visible list.
     void CheckVisibleFocus();
+    void EditLabel(CKelPropertyTreeItem* pItem = nullptr);   // null: the focused row
     void PostUpgradeTheScrollBars() { m_bScrollBarsDirty = 1; }
     int AreScrollBarsDirty() const { return m_bScrollBarsDirty; }
     int IsFocusOnTreeList() const { return m_nHasFocus; }
@@ -822,4 +825,149 @@ private:
     int m_nJoiningCheckItemResID = -1;
 
     static CKelPropertyTreeItem* s_pFound;
+};
+
+// ---- The edit row ----
+
+// A row for a text or a number that is its own single-line edit control: while inactive the
+// row paints its value as text; activated, the edit is laid over the value column; at commit
+// it hides again. Typing is checked as it happens (numbers), the value is checked against a
+// range and a partner row before it is taken, and it reaches the caller's variable only at
+// commit. The same class edits the label of any row (CKelPropertyTreeItem::EditLabel).
+//
+//     double width = 2.5;
+//     CKelPropertyTreeItemEdit* pRow = new CKelPropertyTreeItemEdit();
+//     tree.InsertItem(pRow, pGroup);
+//     pRow->SetValueFormat(CKelPropertyTreeItemEdit::VALUE_FORMAT_DOUBLE);
+//     pRow->SetMinMax(0.0, 10.0);
+//     pRow->SetItemDataExchange(&width);
+//     pRow->UpdateData();   // the value takes 2.500000 from the variable
+class KELWINCTRL_API CKelPropertyTreeItemEdit : public CEdit, public CKelPropertyTreeItem
+{
+public:
+    enum ValueFormat
+    {
+        VALUE_FORMAT_TEXT = 0,        // bound to a CString
+        VALUE_FORMAT_INTEGER = 1,     // bound to an int
+        VALUE_FORMAT_DOUBLE = 2,      // bound to a double
+        VALUE_FORMAT_DATE = 3,        // date text in a CString; a click opens the date dialog
+        VALUE_FORMAT_STD_STRING = 4   // bound to a std::string
+    };
+    // Partner conditions of JoinConditionWith.
+    enum
+    {
+        JOIN_GREATER = 2,   // this value must be greater than the partner's
+        JOIN_LESS = 4,      // this value must be less than the partner's
+        JOIN_EQUAL = 8      // equality allowed; alone: the values must be equal
+    };
+
+    CKelPropertyTreeItemEdit();
+    // The row part is copied member by member (see CKelPropertyTreeItem); the copy has no
+    // window of its own until it is activated.
+    CKelPropertyTreeItemEdit(const CKelPropertyTreeItemEdit& other);
+    CKelPropertyTreeItemEdit& operator=(const CKelPropertyTreeItemEdit& other);
+    ~CKelPropertyTreeItemEdit() override;
+
+    // Overridables, in this order. committed non-zero reads the stored value, 0 the
+    // window's text.
+    virtual CString GetItemText(int committed = 1);
+    virtual void GetItemText(CString& text, int committed = 1);
+    virtual void GetItemValue(double& value, int committed = 1);
+    virtual void GetItemValue(int& value, int committed = 1);
+    virtual void SetItemValue(CString value);
+    virtual void SetItemValue(double value);
+    virtual void SetItemValue(int value);
+    virtual void AddItemValue(const char* text);
+    using CKelPropertyTreeItem::GetItemValue;
+    using CKelPropertyTreeItem::SetItemValue;
+    // Both bases have these names; on a row they mean the row's.
+    using CKelPropertyTreeItem::GetParent;
+    using CKelPropertyTreeItem::Undo;
+
+    // Row overridables
+    void* GetTypeIndependentItemValue() override;   // the value, a CString*
+    void DrawAttribute(CDC* pDC, const RECT& rc) override;
+    void SetItemValue(void* pValue) override;       // takes a CString*
+    void OnMove() override;
+    void OnRefresh() override;
+    void OnCommit(int& notify) override;
+    void OnCancel() override;
+    void OnActivate() override;
+    void OnUndo() override;
+    void SetAdditionalTextInfo(const char* text) override;
+
+    // Settings
+    void SetAsPassword(int password = 1) { m_nPassword = password; }
+    int IsPassword() const { return m_nPassword; }
+    void SetValueFormat(ValueFormat format);
+    ValueFormat GetValueFormat() const { return m_eValueFormat; }
+    void SetEditBoxSizeAutoAdapt(bool on = true) { m_bEditBoxSizeAutoAdapt = on; }
+    bool IsEditBoxSizeAutoAdapt() const { return m_bEditBoxSizeAutoAdapt; }
+    // Ignored unless min is below max.
+    void SetMinMax(double min, double max);
+    int HasMinMax() const { return m_nHasMinMax; }
+    double GetMin() const { return m_dMin; }
+    double GetMax() const { return m_dMax; }
+    // Flags JOIN_*; both GREATER and LESS, or a null partner, are ignored.
+    void JoinConditionWith(CKelPropertyTreeItemEdit* pOther, unsigned flags);
+    CKelPropertyTreeItemEdit* GetJoinedEdit() const { return m_pJoinedEdit; }
+    unsigned GetJoinFlags() const { return m_nJoinFlags; }
+    void SetItemLabelOwner(CKelPropertyTreeItem* pOwner) { m_pLabelOwner = pOwner; }
+    CKelPropertyTreeItem* GetItemLabelOwner() const { return m_pLabelOwner; }
+    // Longest text in the text formats.
+    void SetLimitText(unsigned limit);
+    unsigned GetLimitText() const { return m_nLimitText; }
+    const CString& GetAdditionalTextInfo() const { return m_strAdditionalTextInfo; }
+    // Sets the value and, with a window, its text.
+    void SetWindowTextA(const char* text);
+    unsigned GetLastChar() const { return m_nLastChar; }
+
+    // Validation and the variable
+    // Syntax of the window's text while typing: numbers in the number formats.
+    int IsValid();
+    // The check before a commit: range, then the partner's value.
+    int IsValid2Confirm();
+    // Tells the host's external message box the range that was left.
+    void ErrorMessage_MinMax();
+    // The value from the bound variable.
+    void UpdateData();
+    // The bound variable from the value.
+    void DoItemDataExchange();
+    // Widens the label editor with its text, within the list.
+    void AdaptEditBoxSize();
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+protected:
+    afx_msg UINT OnGetDlgCode();
+    afx_msg void OnKillfocus();
+    afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnDestroy();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // The number a text stands for, commas read as points.
+    static double NumberOf(const CString& text);
+    void SetWindowTextOnly(const char* text);
+    void RestoreText(const CString& text);
+    CKelPropertyTreeList* GetList() const;
+    CString DisplayText() const;
+
+    CString m_strValue;
+    CString m_strUndoValue;
+    ValueFormat m_eValueFormat = VALUE_FORMAT_TEXT;
+    int m_nPassword = 0;
+    int m_nHasMinMax = 0;
+    CKelPropertyTreeItemEdit* m_pJoinedEdit = nullptr;
+    unsigned m_nJoinFlags = 0;
+    double m_dMax = 1.0;
+    double m_dMin = 0.0;
+    CKelPropertyTreeItem* m_pLabelOwner = nullptr;
+    CString m_strAdditionalTextInfo;
+    unsigned m_nLimitText = 32767;
+    bool m_bEditBoxSizeAutoAdapt = false;
+    unsigned m_nLastChar = 0;
+    // Not part of the value: the window is going away, or the host's message is up.
+    bool m_bDestroying = false;
+    bool m_bInMessage = false;
 };
