@@ -561,3 +561,71 @@ TEST_F(EditTest, FailedJoinAtFocusLossKeepsTheOldValue)
     EXPECT_EQ(CString("1.000000"), row->GetItemText(1));
     EXPECT_EQ(0, CountCode(kChanged));
 }
+
+// ---- inside a dialog ----
+
+#include "dlgtemplate.h"
+
+namespace
+{
+// A dialog with default OK and Cancel buttons that counts what reaches them.
+class CCountingDialog : public CDialog
+{
+public:
+    int oks = 0;
+    int cancels = 0;
+    void OnOK() override { ++oks; }
+    void OnCancel() override { ++cancels; }
+};
+}
+
+TEST(EditInDialog, ReturnAndEscapeEndTheEditAndNeverReachTheDialogsButtons)
+{
+    kel_test::DesktopLock desktop;
+    ASSERT_TRUE(desktop.Held());
+    kel_test::DlgTemplateBuilder tpl("edit row in a dialog", DS_SETFONT | WS_POPUP | WS_CAPTION | WS_VISIBLE, 20, 20,
+                                     260, 160);
+    tpl.AddButton("OK", IDOK, BS_DEFPUSHBUTTON, 10, 130, 50, 14);
+    tpl.AddButton("Cancel", IDCANCEL, BS_PUSHBUTTON, 70, 130, 50, 14);
+    CCountingDialog dlg;
+    ASSERT_TRUE(dlg.CreateIndirect(tpl.Get()));
+    ASSERT_TRUE(kel_test::TakeForeground(dlg.m_hWnd));
+    {
+        CKelPropertyTree tree;
+        ASSERT_TRUE(tree.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | PTS_NOTIFY, CRect(5, 5, 355, 185), &dlg, 300));
+        CKelPropertyTreeItem* group = tree.InsertItem(new CKelPropertyTreeItem());
+        group->Expand(1);
+        int value = 1;
+        Edit* row = new Edit();
+        row->SetValueFormat(Edit::VALUE_FORMAT_INTEGER);
+        tree.InsertItem(row, group);
+        row->SetItemDataExchange(&value);
+        row->UpdateData();
+        tree.SetPopulated(1);
+        pttest::LayoutRows(tree);
+        RECT rc = {tree.GetColumn() + 5, 22, 300, 39};
+        row->SetAttributeRect(rc);
+
+        row->Activate();
+        kel_test::PumpPending();
+        ASSERT_EQ(row->m_hWnd, ::GetFocus());
+        EditTest::Type(row->m_hWnd, "42");
+        EditTest::Press(row->m_hWnd, VK_RETURN);
+        EXPECT_EQ(42, value);
+        EXPECT_EQ(0, dlg.oks);
+        EXPECT_FALSE(::IsWindowVisible(row->m_hWnd));
+
+        row->Activate();
+        kel_test::PumpPending();
+        EditTest::Type(row->m_hWnd, "7");
+        EditTest::Press(row->m_hWnd, VK_ESCAPE);
+        EXPECT_EQ(42, value);
+        EXPECT_EQ(0, dlg.cancels);
+        EXPECT_FALSE(::IsWindowVisible(row->m_hWnd));
+
+        tree.DeleteAllItems();
+        tree.DestroyWindow();
+    }
+    dlg.DestroyWindow();
+    kel_test::PumpPending();
+}
