@@ -629,3 +629,22 @@ TEST(EditInDialog, ReturnAndEscapeEndTheEditAndNeverReachTheDialogsButtons)
     dlg.DestroyWindow();
     kel_test::PumpPending();
 }
+
+TEST_F(EditTest, DoubleValueGivenToALiveIntegerRowIsIgnored)
+{
+    int i = 3;
+    Edit* row = AddEdit(Edit::VALUE_FORMAT_INTEGER);
+    row->SetItemDataExchange(&i);
+    row->UpdateData();
+    Activate(row);
+    row->SetItemValue(2.5);
+    row->OnRefresh();
+    EXPECT_EQ("3", WindowText(row->m_hWnd));
+    EXPECT_EQ(CString("3"), row->GetItemText(1));
+    ClearCodes();
+    Press(row->m_hWnd, VK_RETURN);
+    EXPECT_EQ(3, i);
+    EXPECT_EQ(0, CountCode(PTN_ITEM_CHANGED));
+    row->SetItemValue(4);   // the integer form is taken
+    EXPECT_EQ(CString("4"), row->GetItemText(1));
+}
