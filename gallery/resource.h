@@ -4,6 +4,7 @@
 // Page templates
 #define IDD_PAGE_WELCOME 200
 #define IDD_PAGE_VALUEFIELDS 201
+#define IDD_PAGE_PROPERTIES 203
 
 // Controls of the welcome page
 #define IDC_WELCOME_ABOUT 1001
@@ -30,3 +31,9 @@
 #define IDC_VF_LIST 1110
 #define IDC_VF_LIST_STATUS 1111
 #define IDC_VF_INPLACE 1112
+
+// Controls of the properties page
+#define IDC_PP_TREE_PLACE 1301
+#define IDC_PP_TREE 1302
+#define IDC_PP_READOUT 1303
+#define IDC_PP_EVENT 1304
