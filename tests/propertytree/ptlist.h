@@ -7,6 +7,7 @@
 #include "pttest.h"
 #include "testsupport.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
