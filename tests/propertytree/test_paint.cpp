@@ -1,5 +1,6 @@
 // Row painting: pixels at the coordinates the row geometry gives, the rectangles painting
 // writes for hit testing, the visible list it builds, and no handle left behind.
+#include "kx_bitmapcontainer.h"
 #include "ptlist.h"
 
 #include <kelfw/fwlivecount.h>
@@ -490,4 +491,70 @@ TEST_F(PaintTest, PaintingManyTimesAndDestroyingTheTreeLeavesNoHandle)
     EXPECT_EQ(dcs, AfxGetLiveCount(afxLiveDCs));
     EXPECT_EQ(lists, AfxGetLiveCount(afxLiveImageLists));
     EXPECT_EQ(windows, AfxGetLiveCount(afxLiveWindows));
+}
+
+namespace
+{
+// Pixels of a 16 by 16 area at (left, top) that differ from the image drawn alone on the
+// same background.
+int DiffersFromImage(const kel_test::DibSurface& s, int left, int top, CImageList* images, int index,
+                     COLORREF background)
+{
+    kel_test::DibSurface alone(16, 16, background);
+    images->Draw(&alone.DC(), index, CPoint(0, 0), ILD_TRANSPARENT);
+    ::GdiFlush();
+    int differing = 0;
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 16; ++x)
+            differing += s.Pixel(left + x, top + y) != alone.Pixel(x, y);
+    return differing;
+}
+}
+
+TEST_F(PaintTest, SwitchBoxShowsOffOnAndTheLockedImages)
+{
+    tree.SetTreeItemsSwitchable(1, 0);   // rows stay usable when switched off
+    CKelPropertyTreeItem* a = Add("Alpha");
+    CKelPropertyTreeItem* row = Add("row", a);
+    a->Expand(1);
+    row->SetItemSwitching(1);
+    auto check = [&](int image) {
+        Paint();
+        auto s = Render();
+        CRect sw(row->GetSwitchBoxRect());
+        sw.OffsetRect(static_cast<int>(1 - H()), static_cast<int>(1 - V()));
+        return DiffersFromImage(*s, sw.left, sw.top, tree.GetInternalImageList(), image, Sys(COLOR_WINDOW));
+    };
+    row->SetItemSwitchStatus(0, 1);
+    EXPECT_EQ(0, check(PT_IMAGE_SWITCH_OFF));
+    row->SetItemSwitchStatus(1, 1);
+    EXPECT_EQ(0, check(PT_IMAGE_SWITCH_ON));
+    EXPECT_GT(check(PT_IMAGE_SWITCH_OFF), 0);
+    row->SetItemSwitching(1, 1);
+    EXPECT_EQ(0, check(PT_IMAGE_LOCKED_SWITCH_ON));
+    row->SetItemSwitchStatus(0, 1, KPTISM_PROGRAM);
+    EXPECT_EQ(0, check(PT_IMAGE_LOCKED_SWITCH_OFF));
+    // Below the top level, the box is the expand box grown by 5 and moved 17 right, 2 down.
+    EXPECT_EQ(CRect(4 - 5 + 17, 24 - 5 + 2, 12 + 5 + 17, 32 + 5 + 2), CRect(row->GetSwitchBoxRect()));
+}
+
+TEST_F(PaintTest, ARowsIconIsDrawnBesideItsExpandBoxAndMovesTheLabel)
+{
+    const int ids[] = {KX_BMP_DELETED_MARK};
+    tree.AddIcons_NA(ids, 1);
+    ASSERT_EQ(0, tree.GetImageListNrByIconNr(KX_BMP_DELETED_MARK));
+    CKelPropertyTreeItem* a = Add("Alpha");
+    CKelPropertyTreeItem* row = Add("row", a);
+    CKelPropertyTreeItem* plain = Add("plain", a);
+    a->Expand(1);
+    row->SetIconNr(KX_BMP_DELETED_MARK);
+    Paint();
+    // Level 1: the expand box moved 18 right and 4 up, then 1 down: drawn at (22, top + 1).
+    const int top = static_cast<int>(Top(row));
+    auto s = Render();
+    EXPECT_EQ(0, DiffersFromImage(*s, 22, top + 1, tree.GetIconImageList(), 0, Sys(COLOR_WINDOW)));
+    // The stored point is the drawn one moved by the row's left edge plus 16.
+    EXPECT_EQ(CPoint(22 + 0 + 16, top + 1), CPoint(row->GetIconPoint()));
+    // The label moves 26 to the right of where it would stand.
+    EXPECT_EQ(plain->GetLabelHorizOffset() + 26, row->GetLabelHorizOffset());
 }
