@@ -558,3 +558,38 @@ TEST_F(PaintTest, ARowsIconIsDrawnBesideItsExpandBoxAndMovesTheLabel)
     // The label moves 26 to the right of where it would stand.
     EXPECT_EQ(plain->GetLabelHorizOffset() + 26, row->GetLabelHorizOffset());
 }
+
+TEST_F(PaintTest, APaintThatStopsEarlyLeavesThePartOfTheVisibleListItDrew)
+{
+    CKelPropertyTreeItem* a = Add("Alpha");
+    CKelPropertyTreeItem* a1 = Add("a1", a);
+    CKelPropertyTreeItem* b = Add("Beta");
+    a->Expand(1);
+    Paint();
+    ASSERT_TRUE(tree.IsItemOnVisibleList(b));
+    // Only the first top-level row is drawn, as a paint cut short after it would.
+    kel_test::DibSurface surface(Client().Width(), Client().Height());
+    tree.ClearVisibleList();
+    const long used = a->DrawItem(&surface.DC(), Inner(), 0, 0);
+    EXPECT_EQ(40, used);
+    EXPECT_TRUE(tree.IsItemOnVisibleList(a));
+    EXPECT_TRUE(tree.IsItemOnVisibleList(a1));
+    EXPECT_FALSE(tree.IsItemOnVisibleList(b));
+    EXPECT_EQ(nullptr, tree.FindItem(CPoint(50, 45)));
+    EXPECT_EQ(PTHT_NOWHERE, tree.HitTest(CPoint(50, 45)));
+}
+
+TEST_F(PaintTest, AnUnpopulatedTreePaintsNothingAndKeepsItsVisibleList)
+{
+    CKelPropertyTreeItem* a = Add("Alpha");
+    Paint();
+    ASSERT_EQ(a, tree.GetVisibleList());
+    tree.SetPopulated(0);
+    tree.ClearVisibleList();
+    Paint();
+    EXPECT_EQ(nullptr, tree.GetVisibleList());
+    EXPECT_EQ(PTHT_NOT_POPULATED, tree.HitTest(CPoint(50, 5)));
+    tree.SetPopulated(1);
+    Paint();
+    EXPECT_EQ(a, tree.GetVisibleList());
+}
