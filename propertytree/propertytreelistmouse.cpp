@@ -422,6 +422,26 @@ void CKelPropertyTreeList::OnMouseMove(UINT nFlags, CPoint point)
     CWnd::OnMouseMove(nFlags, point);
 }
 
+// The mouse taken away by someone else ends a column drag without moving the column and a
+// row drag without a drop; the releases of this window have ended them already.
+void CKelPropertyTreeList::OnCaptureChanged(CWnd* pWnd)
+{
+    if (pWnd != this)
+    {
+        if (m_nColumnDragging)
+        {
+            InvertColumnBand(m_nColumnDragX);
+            m_nColumnDragging = 0;
+        }
+        if (m_nDragCaptured)
+        {
+            m_nDragCaptured = 0;
+            EndDestinationMode();
+        }
+    }
+    CWnd::OnCaptureChanged(pWnd);
+}
+
 void CKelPropertyTreeList::OnLButtonDblClk(UINT, CPoint point)
 {
     m_nMouseButton = 1;

@@ -269,3 +269,17 @@ TEST(DragRefusal, ARowTheHostRefusesIsNoDestination)
     }
     parent.DestroyWindow();
 }
+
+TEST_F(DragTest, LosingTheMouseToAnotherWindowEndsTheDragWithoutADrop)
+{
+    Press(LabelPoint(src));
+    Move(LabelPoint(dst));
+    ASSERT_TRUE(list->IsDragCaptured());
+    ::SetCapture(parent.m_hWnd);
+    EXPECT_FALSE(list->IsDragCaptured());
+    EXPECT_FALSE(list->IsDestinationMode());
+    ::ReleaseCapture();
+    Clear();
+    Release(LabelPoint(dst));
+    ExpectCodes({});
+}

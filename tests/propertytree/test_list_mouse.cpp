@@ -499,3 +499,18 @@ TEST_F(ExternalModuleTest, AValueTheHostEditsPressesTheButtonInsteadOfOpeningACo
     Click(ValuePoint(v));
     EXPECT_EQ(std::vector<std::string>{"OnActivate"}, v->calls);
 }
+
+TEST_F(MouseTest, LosingTheMouseToAnotherWindowEndsAColumnDragWithoutMovingTheColumn)
+{
+    CKelPropertyTreeItem* a = Add("a", top);
+    Paint();
+    const int y = static_cast<int>(Top(a) + 10);
+    Press(CPoint(190, y));
+    Send(WM_MOUSEMOVE, MK_LBUTTON, CPoint(230, y));
+    ASSERT_TRUE(list->IsColumnDragging());
+    ::SetCapture(parent.m_hWnd);
+    EXPECT_FALSE(list->IsColumnDragging());
+    ::ReleaseCapture();
+    Release(CPoint(230, y));
+    EXPECT_EQ(190, C());
+}
