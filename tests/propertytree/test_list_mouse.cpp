@@ -514,3 +514,23 @@ TEST_F(MouseTest, LosingTheMouseToAnotherWindowEndsAColumnDragWithoutMovingTheCo
     Release(CPoint(230, y));
     EXPECT_EQ(190, C());
 }
+
+TEST_F(MouseTest, AfterScrollingThePressFindsTheExpandBoxWherePaintingPutIt)
+{
+    tree.MoveWindow(0, 0, 360, 200);
+    for (int i = 0; i < 20; ++i)
+        Add("filler", top);
+    CKelPropertyTreeItem* a = Add("a", top);
+    CKelPropertyTreeItem* a1 = Add("a1", a);
+    Paint();
+    list->SendMessage(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 250), 0);
+    ASSERT_EQ(250, V());
+    Paint();
+    const CPoint box = ExpandPoint(a);
+    ASSERT_GT(box.y, 0);
+    ASSERT_LT(box.y, Client().bottom);
+    EXPECT_EQ(PTHT_EXPAND, tree.HitTest(box));
+    Click(box);
+    EXPECT_TRUE(a->IsExpanded());
+    EXPECT_TRUE(tree.IsItemOnVisibleList(a1));
+}

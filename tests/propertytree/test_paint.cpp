@@ -593,3 +593,27 @@ TEST_F(PaintTest, AnUnpopulatedTreePaintsNothingAndKeepsItsVisibleList)
     Paint();
     EXPECT_EQ(a, tree.GetVisibleList());
 }
+
+TEST_F(PaintTest, TheBackBufferHoldsWhatTheLastPaintShowed)
+{
+    CKelPropertyTreeItem* a = Add("Alpha");
+    tree.InsertItem(new PaintedValueItem("value"), a);
+    a->Expand(1);
+    Paint();
+    auto printed = Render();
+    const CRect client = Client();
+    kel_test::DibSurface copy(client.Width(), client.Height());
+    CDC memory;
+    ASSERT_TRUE(memory.CreateCompatibleDC(&copy.DC()));
+    {
+        CSelectObjectScope keep(memory, *list->GetBackBuffer());
+        copy.DC().BitBlt(0, 0, client.Width(), client.Height(), &memory, 0, 0, SRCCOPY);
+    }
+    ::GdiFlush();
+    int differing = 0;
+    for (int y = 0; y < client.Height(); ++y)
+        for (int x = 0; x < client.Width(); ++x)
+            differing += printed->Pixel(x, y) != copy.Pixel(x, y);
+    EXPECT_EQ(0, differing);
+    EXPECT_GT(copy.Count(client, RGB(255, 0, 0)), 100);
+}
