@@ -86,30 +86,30 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
     // walked at every paint, and only one screen of it costs drawing.
     const bool onScreen = T + h > client.top && T < client.bottom;
 
-    // 1. the visible list and the location
+    // The visible list and the location
     tree->AppendToVisibleList(this);
     m_ptLocation.x = L;
     m_ptLocation.y = y;
 
-    // 2. the value column on the screen
+    // The value column on the screen
     m_rcAttribute = {static_cast<LONG>(C + 5), static_cast<LONG>(y + 2 - V), client.right,
                      static_cast<LONG>(y + h - 1 - V)};
 
-    // 3. room taken by a switching parent's box
+    // Room taken by a switching parent's box
     long P = 0;
     if (switchList && m_pParent && m_pParent->IsItemSwitching())
         P = m_pParent->m_rcSwitchBox.right - m_pParent->m_rcSwitchBox.left;
 
-    // 4. the label rectangle
+    // The label rectangle
     CRect R(static_cast<int>(topLevel ? L + 16 : L + P + 16), static_cast<int>(T),
             static_cast<int>(topLevel ? client.right : C), static_cast<int>(T + h));
 
-    // 5. the band behind a top-level row
+    // The band behind a top-level row
     if (topLevel && onScreen)
         pDC->FillSolidRect(client.left, R.top, client.right - client.left + 1, R.Height(),
                            GetSysColor(COLOR_BTNFACE));
 
-    // 6. the special button
+    // The special button
     if (m_pSpecialButtonRect)
     {
         if (m_nShowSpecialButton && m_nEditableManuallyForExternal && !IsReadOnly())
@@ -157,12 +157,12 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
             SetRectEmpty(m_pSpecialButtonRect);
     }
 
-    // 7. the expand box: screen x, tree y
+    // Where the expand box stands: screen x, tree y
     if (m_pChild || m_bParentFlagForDrawing || m_nIconNr > 0 || switchList)
         m_rcExpand = {static_cast<LONG>(L + 4), static_cast<LONG>(y + m), static_cast<LONG>(L + 12),
                       static_cast<LONG>(y + m + 8)};
 
-    // 8. the switch box
+    // The switch box
     CRect S(0, 0, 0, 0);
     bool haveD = false;
     long D = 0;
@@ -202,7 +202,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
     else
         SetRectEmpty(&m_rcSwitchBox);
 
-    // 9. a row switched off is drawn disabled
+    // A row switched off is drawn disabled
     if (!DrawAsParent() && IsItemSwitching() && m_nSwitchStatus == 0 &&
         tree->IsDisablingRowOnUncheckedSwitchingStatus() && !m_bEnabledEvenGloballyUnchecked)
     {
@@ -215,7 +215,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
     else
         m_nRowDisabled = 0;
 
-    // 10. the icon
+    // The icon
     bool hasIcon = false;
     if (m_nIconNr > 0)
     {
@@ -245,7 +245,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
         hasIcon = true;
     }
 
-    // 11. the expand box
+    // The expand box drawn, with the link of joined rows
     if (m_pChild && !m_nNoExpandBox)
     {
         CRect B(m_rcExpand);
@@ -293,7 +293,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
     else
         SetRectEmpty(&m_rcExpand);
 
-    // 12.-14. the label, clipped to its column except on bands and static rows
+    // The label, clipped to its column except on bands and static rows
     if (!m_strLabel.IsEmpty())
     {
         CRect rc = R;
@@ -364,7 +364,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
 
     if (onScreen)
     {
-        // 15. lines under the row
+        // Lines under the row
         const long lineX = 16 - H;
         const long lineLength = H + client.right - 15;
         const long bottom = R.bottom - 1;
@@ -392,16 +392,16 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
             }
         }
 
-        // 16. the deleted mark
+        // The deleted mark
         if (m_nDeleted && m_nResID != PT_RESID_GROUP_ROOT && m_nResID != PT_RESID_LAYER)
             tree->GetInternalImageList()->Draw(pDC, PT_IMAGE_DELETED, CPoint(R.right - 16, R.top + 1), ILD_TRANSPARENT);
 
-        // 17. a locked layer strikes through the labels of the rows under it
+        // A locked layer strikes through the labels of the rows under it
         if (layerLocked)
             StrikeThrough(pDC, 16, client.right, (R.top + R.bottom) / 2 - 1);
     }
 
-    // 18. the value column
+    // The value column
     if (!topLevel)
     {
         bool special = false;
@@ -418,7 +418,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
         }
     }
 
-    // 19. a locked row, or one under a locked layer, strikes through its value
+    // A locked row, or one under a locked layer, strikes through its value
     if (onScreen && (m_nResID < PT_RESID_HEADER || m_nResID > PT_RESID_LAYER))
     {
         const bool ownLockShows = m_nLocked && !m_nLockKeepsPlainLook;
@@ -426,7 +426,7 @@ long CKelPropertyTreeItem::DrawItem(CDC* pDC, const RECT& client, long x, long y
             StrikeThrough(pDC, m_rcAttribute.left, client.right, (m_rcAttribute.top + m_rcAttribute.bottom) / 2 - 1);
     }
 
-    // 20. the rows below
+    // The rows below
     long total = h;
     if (m_pChild && IsExpanded())
     {

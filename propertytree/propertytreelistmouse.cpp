@@ -89,26 +89,26 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
     if (!tree)
         return;
 
-    // 1. the row and the part of it
+    // The row and the part of it
     CKelPropertyTreeItem* item = tree->FindItem(point);
     if (!item)
         return;
     int hit = tree->HitTest(point);
 
-    // 2. a locked value
+    // A locked value
     if (hit == PTHT_ATTRIBUTE && IsRowOrLayerLocked(item))
     {
         tree->SendNotify(PTN_LOCKED_CLICK, item);
         return;
     }
 
-    // 3. input off; was an edit live?
+    // Input off; was an edit live?
     if (tree->IsDisableInput())
         return;
     CKelPropertyTreeItem* active = tree->GetItemLastActivated();
     const bool editActive = active && active->IsActivated() && active->GetIdentifier() != ITEM_TYPE_STATIC;
 
-    // 4. the focus first: a live editor commits here, with all that follows from it
+    // The focus first: a live editor commits here, with all that follows from it
     if (!tree->IsWindowEnabled())
         return;
     SetFocus();
@@ -120,11 +120,11 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
         return;
     hit = tree->HitTest(point);
 
-    // 5. the click that ends an edit does nothing else, except on a row without a value
+    // The click that ends an edit does nothing else, except on a row without a value
     if (editActive && item->GetIdentifier() != ITEM_TYPE_STATIC)
         return;
 
-    // 6. column, expand box, special button
+    // Column, expand box, special button
     m_pPressedButtonItem = nullptr;
     m_bPressedFromExternal = false;
     if (hit == PTHT_COLUMN && item->IsItemReadyForColumnSeparator() && !tree->SendNotify(PTN_COLUMN_RESIZING))
@@ -137,7 +137,7 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
     }
     if (hit == PTHT_EXPAND && ToggleExpanded(item))
         return;
-    // 8. (first part) a row switched off takes presses on its switch box only
+    // A row switched off takes presses on its switch box only
     if (hit != PTHT_SWITCHBOX && IsSwitchedOffRow(tree, item))
         return;
     if (hit == PTHT_SPECIAL_BUTTON)
@@ -154,18 +154,18 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
         return;
     }
 
-    // 7. a press during a drag ends it
+    // A press during a drag ends it
     if (m_nDestinationMode)
     {
         FinishDragAndDrop(point);
         return;
     }
 
-    // 8. (second part) only the left button works a switch box
+    // Only the left button works a switch box
     if (hit == PTHT_SWITCHBOX && button != 1)
         return;
 
-    // 9. what the press may do to the switch
+    // What the press may do to the switch
     const bool wasSelected = item->IsSelected() != 0;
     m_bRowWasSelectedBeforePress = wasSelected;
     CKelPropertyTreeItem* oldFocus = tree->GetFocusedItem();
@@ -179,7 +179,7 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
     if (tree->IsSwitchingByLabel() && !item->IsItemSwitching())
         labelMayToggle = false;
 
-    // 10. switching
+    // Switching
     bool switched = false;
     CKelPropertyTreeItem* target = item;
     if (button == 1 && (hit == PTHT_SWITCHBOX || (hit == PTHT_LABEL && labelMayToggle)))
@@ -218,13 +218,13 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
         }
     }
 
-    // 11. the first row from there that may be selected
+    // The first row from there that may be selected
     while (target && !tree->IsEnabled4Selection(target))
         target = target->GetNextVisible();
     if (!target)
         return;
 
-    // 12. selection
+    // Selection
     if (!tree->IsMultipleSelection())
     {
         tree->SelectItems(nullptr, 0);
@@ -235,13 +235,13 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
         target->Select(1);
     Invalidate();
 
-    // 13. notifications of the switch box and the selection
+    // Notifications of the switch box and the selection
     if (button == 1 && hit == PTHT_SWITCHBOX && target->IsItemSwitching() && !switched)
         tree->SendNotify(PTN_SWITCH_CHANGED, target);
     if (target != oldFocus)
         tree->SendNotify(PTN_SELECTION_CHANGED, tree->GetFocusedItem());
 
-    // 14. the value or the label of a row below the top level
+    // The value or the label of a row below the top level
     if (!item->IsRootLevel())
     {
         if (hit == PTHT_ATTRIBUTE)
@@ -274,7 +274,7 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
         }
     }
 
-    // 15. the click, unless it only switched
+    // The click, unless it only switched
     if (!(item->IsItemSwitching() && switched))
         tree->SendNotify(PTN_ITEM_CLICKED, item);
 }
@@ -285,7 +285,7 @@ void CKelPropertyTreeList::OnButtonUp(int, UINT, CPoint point)
     if (!tree)
         return;
 
-    // 1. the column drag ends
+    // The column drag ends
     if (m_nColumnDragging)
     {
         InvertColumnBand(m_nColumnDragX);
@@ -300,7 +300,7 @@ void CKelPropertyTreeList::OnButtonUp(int, UINT, CPoint point)
         m_bScrollBarsDirty = 1;
     }
 
-    // 2. a drag with the mouse held ends in a drop
+    // A drag with the mouse held ends in a drop
     if (m_nDragCaptured)
     {
         FinishDragAndDrop(point);
@@ -308,7 +308,7 @@ void CKelPropertyTreeList::OnButtonUp(int, UINT, CPoint point)
         if (GetCapture() == this)
             ReleaseCapture();
     }
-    // 3. a pick-up that never moved ends without a drop
+    // A pick-up that never moved ends without a drop
     else if (m_nDestinationMode)
     {
         EndDestinationMode();
@@ -316,11 +316,11 @@ void CKelPropertyTreeList::OnButtonUp(int, UINT, CPoint point)
     }
     m_bLabelClickStartedDrag = false;
 
-    // 4. no more autoscroll
+    // No more autoscroll
     KillTimer(AUTOSCROLL_TIMER);
     m_nAutoscrollRunning = 0;
 
-    // 5. the special button
+    // The special button
     CKelPropertyTreeItem* item = tree->FindItem(point);
     if (!item)
         return;   // over no row the button stays pressed and the mouse held
@@ -352,7 +352,7 @@ void CKelPropertyTreeList::OnMouseMove(UINT nFlags, CPoint point)
         return;
     }
 
-    // 1. the column band follows within its limits
+    // The column band follows within its limits
     if (m_nColumnDragging)
     {
         const long minX = static_cast<long>(tree->GetSplitterMinCol()) - tree->GetOriginOffsetHorz();
@@ -365,14 +365,14 @@ void CKelPropertyTreeList::OnMouseMove(UINT nFlags, CPoint point)
         }
     }
 
-    // 2. a picked-up row holds the mouse from the first move
+    // A picked-up row holds the mouse from the first move
     if (m_nDestinationMode && !m_nDragCaptured)
     {
         SetCapture();
         m_nDragCaptured = 1;
     }
 
-    // 3. the drag: cursor, autoscroll, destination
+    // The drag: cursor, autoscroll, destination
     if (m_nDestinationMode && m_nDragCaptured)
     {
         CRect client;
@@ -402,7 +402,7 @@ void CKelPropertyTreeList::OnMouseMove(UINT nFlags, CPoint point)
             m_pDestinationItem = nullptr;
     }
 
-    // 4. the pressed button looks pressed while the mouse is on it
+    // The pressed button looks pressed while the mouse is on it
     if (CKelPropertyTreeItem* pressed = m_pPressedButtonItem)
     {
         int down;

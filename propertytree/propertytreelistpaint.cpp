@@ -12,11 +12,11 @@ void CKelPropertyTreeList::PaintTo(CDC* pDC, const RECT& rcCopy)
     if (!m_backBuffer.GetSafeHandle())
         return;
 
-    // 1. painting rebuilds the visible list and the widest value
+    // Painting rebuilds the visible list and the widest value
     m_pTree->ResetInfoColMaxVisibleWidth();
     m_pTree->ClearVisibleList();
 
-    // 2. the back buffer in a memory context
+    // The back buffer in a memory context
     CDC memory;
     if (!memory.CreateCompatibleDC(pDC))
         return;
@@ -25,7 +25,7 @@ void CKelPropertyTreeList::PaintTo(CDC* pDC, const RECT& rcCopy)
         CSelectObjectScope keepFont(&memory, CKelPropertyTree::GetNormalFont());
         memory.SetBkColor(GetSysColor(COLOR_WINDOW));
 
-        // 3.-5. the frame, the window colour inside it and the strip left of the rows
+        // The frame, the window colour inside it and the strip left of the rows
         memory.FillSolidRect(&client, GetSysColor(COLOR_BTNFACE));
         CRect inner = client;
         inner.DeflateRect(2, 2);
@@ -36,20 +36,20 @@ void CKelPropertyTreeList::PaintTo(CDC* pDC, const RECT& rcCopy)
         CRect edge = client;
         memory.DrawEdge(&edge, BDR_SUNKENOUTER, BF_RECT);
 
-        // 6. the rows, clipped to the inside of the frame
+        // The rows, clipped to the inside of the frame
         memory.IntersectClipRect(&inner);
         long y = 0;
         for (CKelPropertyTreeItem* p = m_pTree->GetRootItem()->GetChild(); p; p = p->GetSibling())
             y += p->DrawItem(&memory, inner, 0, y);
 
-        // 7. the part asked for goes to the screen
+        // The part asked for goes to the screen
         memory.SelectClipRgn(nullptr);
         pDC->BitBlt(rcCopy.left, rcCopy.top, rcCopy.right - rcCopy.left, rcCopy.bottom - rcCopy.top, &memory,
                     rcCopy.left, rcCopy.top, SRCCOPY);
-        // 9. the memory context gets its own objects back with the scopes
+        // The memory context gets its own objects back with the scopes
     }
 
-    // 8. scroll ranges follow what was painted
+    // Scroll ranges follow what was painted
     if (m_bScrollBarsDirty)
     {
         m_bScrollBarsDirty = 0;

@@ -617,3 +617,35 @@ TEST_F(PaintTest, TheBackBufferHoldsWhatTheLastPaintShowed)
     EXPECT_EQ(0, differing);
     EXPECT_GT(copy.Count(client, RGB(255, 0, 0)), 100);
 }
+
+TEST_F(PaintTest, JoinedRowsAreLinkedByAThreePixelDottedLineFromTheExpandBox)
+{
+    tree.SetJoiningCheckItemResID(50);
+    CKelPropertyTreeItem* holder = Add("Holder", nullptr, 50);
+    CKelPropertyTreeItem* first = Add("first", holder);
+    CKelPropertyTreeItem* second = Add("second", holder);
+    Add("inside", first);
+    first->SetJoinIdx(3);
+    second->SetJoinIdx(3);
+    holder->Expand(1);
+    Paint();
+    const CRect box(first->GetRectExpandBox());
+    const int x = box.left + 4;
+    const int y0 = static_cast<int>(box.top - V() + 4);
+    auto joined = Render();
+    const COLORREF shadow = Sys(COLOR_3DSHADOW);
+    // Below the box: the middle line on every second pixel from the box's middle, the side
+    // lines one pixel lower; down to the middle of a link 40 pixels longer than the box.
+    EXPECT_EQ(shadow, joined->Pixel(x, y0 + 6));
+    EXPECT_EQ(shadow, joined->Pixel(x, y0 + 18));
+    EXPECT_NE(shadow, joined->Pixel(x, y0 + 7));
+    EXPECT_EQ(shadow, joined->Pixel(x - 1, y0 + 7));
+    EXPECT_EQ(shadow, joined->Pixel(x + 1, y0 + 7));
+    EXPECT_NE(shadow, joined->Pixel(x, y0 + 22));
+    // Different join indices: no link.
+    second->SetJoinIdx(4);
+    Paint();
+    auto apart = Render();
+    EXPECT_NE(shadow, apart->Pixel(x, y0 + 6));
+    EXPECT_NE(shadow, apart->Pixel(x - 1, y0 + 7));
+}
