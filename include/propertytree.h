@@ -430,6 +430,12 @@ public:
     // The in-place editor of the label while one is open (it is an edit row).
     CKelPropertyTreeItem* GetLabelEditor() const { return m_pLabelEdit; }
 
+    // Painting: draws this row and, when expanded, the rows below it into pDC; client is the
+    // drawing area, x the indent and y the row's top in tree coordinates. Appends each painted
+    // row to the tree's visible list and writes the rectangles hit testing reads. Answers the
+    // height used.
+    long DrawItem(CDC* pDC, const RECT& client, long x, long y);
+
 protected:
     // Replaces the check box rectangle (check rows own theirs).
     void SetCheckBoxRectPtr(RECT* p) { m_pCheckBoxRect = p; }
@@ -535,11 +541,21 @@ private:
     KEL_PROPERTY_TREEITEMALL_FLAG m_eFlag;
 };
 
-// The surface that fills the tree's client area: scroll ranges, focus and the visible focus.
+// The surface that fills the tree's client area: paints the rows through a back buffer, owns
+// the scroll bars and turns mouse and keyboard into selection, expansion, activation, column
+// dragging and drag and drop. In-place controls are its children.
 class KELWINCTRL_API CKelPropertyTreeList : public CWnd
 {
 public:
+    // Timers of a drag: scrolling near the edges, and expanding the row held over.
+    enum
+    {
+        AUTOSCROLL_TIMER = 1111,
+        DRAG_EXPAND_TIMER = 1112
+    };
+
     CKelPropertyTreeList() = default;
+    ~CKelPropertyTreeList() override;
 
     BOOL Create(CKelPropertyTree* pTree, const RECT& rect, UINT nID);
     void SetTree(CKelPropertyTree* pTree) { m_pTree = pTree; }
@@ -553,16 +569,93 @@ public:
     int AreScrollBarsDirty() const { return m_bScrollBarsDirty; }
     int IsFocusOnTreeList() const { return m_nHasFocus; }
 
+    // Drag and drop of rows
+    bool Prepare2GetDestinationItem(CKelPropertyTreeItem* pItem);
+    void ReleaseDestinationItem();
+    void DragDropDestinationSelect(CKelPropertyTreeItem* pItem);
+    void DragEnd();
+    void FinishDragAndDrop(const CPoint& point);
+    // Sets the drag cursor for the row under the mouse; false when it refuses the drop.
+    bool EvaluateCursorStyle(CKelPropertyTreeItem* pItem);
+    int IsDestinationMode() const { return m_nDestinationMode; }
+    int IsDragCaptured() const { return m_nDragCaptured; }
+    CKelPropertyTreeItem* GetSourceItem() const { return m_pSourceItem; }
+    CKelPropertyTreeItem* GetDestinationItem() const { return m_pDestinationItem; }
+    int GetAutoscrollDirection() const { return m_nAutoscrollDirection; }
+    int IsAutoscrollRunning() const { return m_nAutoscrollRunning; }
+
+    // Interaction state
+    int IsColumnDragging() const { return m_nColumnDragging; }
+    int GetColumnDragX() const { return m_nColumnDragX; }
+    CKelPropertyTreeItem* GetPressedButtonItem() const { return m_pPressedButtonItem; }
+    int GetMouseButton() const { return m_nMouseButton; }
+    bool IsLabelClickStartedDrag() const { return m_bLabelClickStartedDrag; }
+    bool WasRowSelectedBeforePress() const { return m_bRowWasSelectedBeforePress; }
+    // The cursors: 0 no-drop, 1 drop, 2 drop as sibling, 3 arrow, 4 arrow over a switch box,
+    // 5 the column separator's size cursor.
+    HCURSOR GetCursorHandle(int which) const;
+    // The back buffer (it only grows) and its size.
+    CBitmap* GetBackBuffer() { return &m_backBuffer; }
+    CSize GetBackBufferSize() const { return CSize(m_nBackBufferWidth, m_nBackBufferHeight); }
+    // Paints the client area into pDC through the back buffer, copying the area rcCopy.
+    void PaintTo(CDC* pDC, const RECT& rcCopy);
+
 protected:
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnPaint();
+    afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
+    afx_msg BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message);
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg void OnMouseMove(UINT nFlags, CPoint point);
+    afx_msg void OnCaptureChanged(CWnd* pWnd);
+    afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint pt);
+    afx_msg void OnContextMenu(CWnd* pWnd, CPoint pos);
+    afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg UINT OnGetDlgCode();
     afx_msg void OnSetFocus(CWnd* pOldWnd);
     afx_msg void OnKillFocus(CWnd* pNewWnd);
-    afx_msg UINT OnGetDlgCode();
+    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
+    afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
+    afx_msg void OnTimer(UINT_PTR nIDEvent);
     DECLARE_MESSAGE_MAP()
 
 private:
+    void OnButtonDown(int button, UINT nFlags, CPoint point);
+    void OnButtonUp(int button, UINT nFlags, CPoint point);
+    bool PressSpecialButton(CKelPropertyTreeItem* pItem);
+    bool IsRowOrLayerLocked(CKelPropertyTreeItem* pItem);
+    bool ToggleExpanded(CKelPropertyTreeItem* pItem);
+    void InvertColumnBand(int x);
+    void EndDestinationMode();
+    void ScrollVertBy(long delta);
+    void EnsureBackBuffer(int cx, int cy);
+    void LoadCursors();
+
     CKelPropertyTree* m_pTree = nullptr;
+    CBitmap m_backBuffer;
+    int m_nBackBufferWidth = 0;
+    int m_nBackBufferHeight = 0;
+    int m_nColumnDragX = 0;
+    int m_nColumnDragging = 0;
+    int m_nDestinationMode = 0;
+    CKelPropertyTreeItem* m_pPressedButtonItem = nullptr;
+    int m_nAutoscrollRunning = 0;
+    int m_nAutoscrollDirection = 0;
     int m_nHasFocus = 0;
+    int m_nMouseButton = 0;
+    int m_nDragCaptured = 0;
+    bool m_bLabelClickStartedDrag = false;
+    bool m_bRowWasSelectedBeforePress = false;
+    bool m_bPressedFromExternal = false;   // the button went down by a click on a host-edited value
+    CKelPropertyTreeItem* m_pSourceItem = nullptr;
+    HCURSOR m_hCursors[6] = {};
+    CKelPropertyTreeItem* m_pDestinationItem = nullptr;
     unsigned char m_bScrollBarsDirty = 1;
 };
 
@@ -655,6 +748,8 @@ public:
     void DisableSelection4Item(CKelPropertyTreeItem* pItem);
     void EnableSelection4Item(CKelPropertyTreeItem* pItem);
     void EnsureVisible(CKelPropertyTreeItem* pItem);
+    // The sideways part of EnsureVisible: scrolls right until the widest value ends inside client.
+    void EnsureVisibleSideways(const CRect& client);
     void SimulateContextMenuClick(CKelPropertyTreeItem* pItem);
     int IsThePointAtTheUpperPartOfTheItem(CKelPropertyTreeItem* pItem, const POINT& pt);
     // True when the row is on the visible list of the last paint.
@@ -700,8 +795,10 @@ public:
     // Accessors
     CKelPropertyTreeList* GetCtrlParent() { return &m_list; }
     CKelPropertyTreeItem* GetVisibleList() const { return m_pVisibleList; }
-    void SetVisibleList(CKelPropertyTreeItem* pItem) { m_pVisibleList = pItem; }
-    void ClearVisibleList() { m_pVisibleList = nullptr; }
+    void SetVisibleList(CKelPropertyTreeItem* pItem) { m_pVisibleList = pItem; m_pVisibleTail = nullptr; }
+    void ClearVisibleList() { m_pVisibleList = nullptr; m_pVisibleTail = nullptr; }
+    // Puts a painted row at the end of the visible list.
+    void AppendToVisibleList(CKelPropertyTreeItem* pItem);
     void DisableInput(int disable = 1) { m_nInputDisabled = disable; }
     int IsDisableInput() const { return m_nInputDisabled; }
     void NoMessagesOut(int no = 1) { m_nNoMessagesOut = no; }
@@ -787,6 +884,7 @@ private:
     CKelPropertyTreeList m_list;
     CKelPropertyTreeItem m_root;
     CKelPropertyTreeItem* m_pVisibleList = nullptr;
+    CKelPropertyTreeItem* m_pVisibleTail = nullptr;   // last row appended by painting, null when unknown
     CKelPropertyTreeItem* m_pFocus = nullptr;
     POINT m_ptOrigin = {190, 0};
     long m_nOriginHorz = 0;

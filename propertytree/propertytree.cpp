@@ -315,8 +315,27 @@ void CKelPropertyTree::Unlink(CKelPropertyTreeItem* pItem)
     pItem->SetSibling(nullptr);
 }
 
+void CKelPropertyTree::AppendToVisibleList(CKelPropertyTreeItem* pItem)
+{
+    pItem->SetNextVisible(nullptr);
+    if (!m_pVisibleList)
+        m_pVisibleList = pItem;
+    else
+    {
+        // The tail is forgotten whenever the list changes other than by painting.
+        if (!m_pVisibleTail)
+            for (m_pVisibleTail = m_pVisibleList; m_pVisibleTail->GetNextVisible();
+                 m_pVisibleTail = m_pVisibleTail->GetNextVisible())
+            {
+            }
+        m_pVisibleTail->SetNextVisible(pItem);
+    }
+    m_pVisibleTail = pItem;
+}
+
 void CKelPropertyTree::RemoveFromVisibleList(CKelPropertyTreeItem* pItem)
 {
+    m_pVisibleTail = nullptr;
     if (m_pVisibleList == pItem)
         m_pVisibleList = pItem->GetNextVisible();
     else
@@ -485,6 +504,7 @@ void CKelPropertyTree::SubstituteInLinks(CKelPropertyTreeItem* pOld, CKelPropert
 {
     if (CKelPropertyTreeItem* parent = pOld->GetParent())
         SubstituteInChildren(parent, pOld, pNew);
+    m_pVisibleTail = nullptr;
     if (m_pVisibleList == pOld)
         m_pVisibleList = pNew;
     else
@@ -1213,24 +1233,54 @@ void CKelPropertyTree::EnsureVisible(CKelPropertyTreeItem* pItem)
     const long top = m_ptOrigin.y;
     const long bottom = m_ptOrigin.y + client.Height() - pItem->GetHeight();
     const long y = pItem->GetLocation().y;
-    if (y >= top && y <= bottom)
+    if (y < top || y > bottom)
+    {
+        m_list.SetFocus();
+        long pos = y < top ? y : y + pItem->GetHeight() - client.Height();
+        SCROLLINFO si = {};
+        si.cbSize = sizeof(si);
+        si.fMask = SIF_ALL;
+        if (m_list.GetScrollInfo(SB_VERT, &si))
+        {
+            const long maxPos = si.nMax - static_cast<long>(si.nPage) + 1;
+            pos = std::min(pos, maxPos);
+            pos = std::max(pos, static_cast<long>(si.nMin));
+        }
+        pos = std::max(pos, 0L);
+        const long delta = m_ptOrigin.y - pos;
+        m_ptOrigin.y = pos;
+        m_list.SetScrollPos(SB_VERT, static_cast<int>(pos));
+        pItem->OffsetItemRect(0, static_cast<int>(delta));
+    }
+    EnsureVisibleSideways(client);
+}
+
+// Sideways: the value column, as wide as the widest value of the last paint, is to end inside
+// the client area. When it runs past the right edge the horizontal scroll position moves by
+// the shortfall, within the scroll limit, and the column moves left by as much, no further
+// than the splitter minimum: the label side gives way to the values.
+void CKelPropertyTree::EnsureVisibleSideways(const CRect& client)
+{
+    const long valueRight = m_ptOrigin.x + 5 + m_nInfoColMaxVisibleWidth;
+    const long need = valueRight - client.right;
+    if (need <= 0)
         return;
-    m_list.SetFocus();
-    long pos = y < top ? y : y + pItem->GetHeight() - client.Height();
     SCROLLINFO si = {};
     si.cbSize = sizeof(si);
     si.fMask = SIF_ALL;
-    if (m_list.GetScrollInfo(SB_VERT, &si))
-    {
-        const long maxPos = si.nMax - static_cast<long>(si.nPage) + 1;
-        pos = std::min(pos, maxPos);
-        pos = std::max(pos, static_cast<long>(si.nMin));
-    }
-    pos = std::max(pos, 0L);
-    const long delta = m_ptOrigin.y - pos;
-    m_ptOrigin.y = pos;
-    m_list.SetScrollPos(SB_VERT, static_cast<int>(pos));
-    pItem->OffsetItemRect(0, static_cast<int>(delta));
+    if (!m_list.GetScrollInfo(SB_HORZ, &si))
+        return;
+    const long limit = std::max(0L, static_cast<long>(si.nMax) - static_cast<long>(si.nPage) + 1);
+    const long pos = si.nPos;
+    const long target = std::min(pos + need, limit);
+    const long diff = target - pos;
+    if (diff <= 0)
+        return;
+    m_ptOrigin.x = std::max(m_ptOrigin.x - diff, static_cast<long>(m_nSplitterMinCol) - m_nOriginHorz);
+    m_nOriginHorz = target;
+    m_list.SetScrollPos(SB_HORZ, static_cast<int>(target));
+    m_list.Invalidate();
+    UpdateMoveAllItems();
 }
 
 void CKelPropertyTree::SimulateContextMenuClick(CKelPropertyTreeItem* pItem)

@@ -1,19 +1,99 @@
-// The surface inside the property tree: scroll ranges, keyboard focus and the visible focus.
-// Painting, mouse and keyboard handling of the rows grow here with the row painter.
+// The surface inside the property tree: creation, the back buffer's size, scroll ranges and
+// scrolling, focus and the visible focus.
 #include "propertytree.h"
+
+#include "../frame/resource.h"
+
+#include <algorithm>
 
 BEGIN_MESSAGE_MAP(CKelPropertyTreeList, CWnd)
     ON_WM_SIZE()
-    ON_WM_SETFOCUS()
-    ON_WM_KILLFOCUS()
+    ON_WM_PAINT()
+    ON_MESSAGE(WM_PRINTCLIENT, &CKelPropertyTreeList::OnPrintClient)
+    ON_WM_ERASEBKGND()
+    ON_WM_SETCURSOR()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_MOUSEMOVE()
+    ON_WM_CAPTURECHANGED()
+    ON_WM_MOUSEWHEEL()
+    ON_WM_KEYDOWN()
     ON_WM_GETDLGCODE()
+    ON_WM_CONTEXTMENU()
+    ON_WM_RBUTTONDOWN()
+    ON_WM_RBUTTONUP()
+    ON_WM_RBUTTONDBLCLK()
+    ON_WM_KILLFOCUS()
+    ON_WM_SETFOCUS()
+    ON_WM_VSCROLL()
+    ON_WM_HSCROLL()
+    ON_WM_TIMER()
 END_MESSAGE_MAP()
+
+CKelPropertyTreeList::~CKelPropertyTreeList()
+{
+    if (m_hWnd && ::IsWindow(m_hWnd))
+        DestroyWindow();
+}
 
 BOOL CKelPropertyTreeList::Create(CKelPropertyTree* pTree, const RECT& rect, UINT nID)
 {
+    AFX_MANAGE_STATE(AfxGetStaticModuleState());
     m_pTree = pTree;
+    LoadCursors();
     LPCTSTR cls = AfxRegisterWndClass(CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS, ::LoadCursor(nullptr, IDC_ARROW));
     return CreateEx(0, cls, "", WS_CHILD | WS_VISIBLE | WS_VSCROLL, rect, pTree, nID);
+}
+
+// Cursors of the library's own resources are shared handles: nothing to free.
+void CKelPropertyTreeList::LoadCursors()
+{
+    HINSTANCE module = AfxGetResourceHandle();
+    m_hCursors[0] = ::LoadCursor(module, MAKEINTRESOURCE(IDC_PT_NODROP));
+    m_hCursors[1] = ::LoadCursor(module, MAKEINTRESOURCE(IDC_PT_DROP));
+    m_hCursors[2] = ::LoadCursor(module, MAKEINTRESOURCE(IDC_PT_DROP_SIBLING));
+    m_hCursors[3] = ::LoadCursor(nullptr, IDC_ARROW);
+    m_hCursors[4] = ::LoadCursor(nullptr, IDC_ARROW);
+    m_hCursors[5] = ::LoadCursor(nullptr, IDC_SIZEWE);
+    for (int i = 0; i < 3; ++i)
+        if (!m_hCursors[i])
+            m_hCursors[i] = ::LoadCursor(nullptr, i == 0 ? IDC_NO : IDC_ARROW);
+}
+
+HCURSOR CKelPropertyTreeList::GetCursorHandle(int which) const
+{
+    return which >= 0 && which < 6 ? m_hCursors[which] : nullptr;
+}
+
+void CKelPropertyTreeList::EnsureBackBuffer(int cx, int cy)
+{
+    if (cx <= m_nBackBufferWidth && cy <= m_nBackBufferHeight && m_backBuffer.GetSafeHandle())
+        return;
+    const int width = std::max(cx, m_nBackBufferWidth);
+    const int height = std::max(cy, m_nBackBufferHeight);
+    if (width <= 0 || height <= 0)
+        return;
+    CClientDC screen(nullptr);
+    CBitmap grown;
+    if (!grown.CreateCompatibleBitmap(&screen, width, height))
+        return;
+    m_backBuffer.DeleteObject();
+    m_backBuffer.Attach(grown.Detach());
+    m_nBackBufferWidth = width;
+    m_nBackBufferHeight = height;
+}
+
+void CKelPropertyTreeList::OnSize(UINT nType, int cx, int cy)
+{
+    CWnd::OnSize(nType, cx, cy);
+    EnsureBackBuffer(cx, cy);
+    if (!m_pTree)
+        return;
+    Invalidate();
+    UpdateWindow();
+    m_bScrollBarsDirty = 1;
+    m_pTree->UpdateMoveAllItems();
 }
 
 void CKelPropertyTreeList::UpdateResize()
@@ -39,6 +119,16 @@ void CKelPropertyTreeList::UpdateResize()
         m_pTree->SetOriginOffset(0);
         SetScrollPos(SB_VERT, 0, TRUE);
     }
+    else
+    {
+        // A range that shrank under the position pulls the position back with it.
+        const long maxPos = si.nMax - static_cast<long>(si.nPage) + 1;
+        if (m_pTree->GetOrigin().y > maxPos)
+        {
+            m_pTree->SetOriginOffset(std::max(0L, maxPos));
+            SetScrollPos(SB_VERT, static_cast<int>(m_pTree->GetOrigin().y), TRUE);
+        }
+    }
 
     // Horizontal: the widest value beyond what the value column shows, and room for the
     // special buttons.
@@ -50,11 +140,18 @@ void CKelPropertyTreeList::UpdateResize()
                            ? 0
                            : client.Width() + 1 - static_cast<int>(m_pTree->GetOriginOffsetHorz()) -
                                  static_cast<int>(m_pTree->GetColumn());
+    SCROLLINFO old = {};
+    old.cbSize = sizeof(old);
+    old.fMask = SIF_ALL;
+    const bool hadInfo = GetScrollInfo(SB_HORZ, &old) != FALSE;
     SCROLLINFO sh = {};
     sh.cbSize = sizeof(sh);
     sh.fMask = SIF_RANGE | SIF_PAGE;
     sh.nMin = 0;
     sh.nMax = m_pTree->GetInfoColMaxVisibleWidth() - unused + extra + client.Width() + 1;
+    // A bar with a position keeps a larger old range, so that it never jumps under the user.
+    if (hadInfo && old.nPos > 0 && old.nMax > sh.nMax)
+        sh.nMax = old.nMax;
     sh.nPage = static_cast<UINT>(client.Width() + 1);
     SetScrollInfo(SB_HORZ, &sh, TRUE);
 }
@@ -73,15 +170,125 @@ void CKelPropertyTreeList::CheckVisibleFocus()
         Invalidate();
 }
 
-void CKelPropertyTreeList::OnSize(UINT nType, int cx, int cy)
+// Moves the rows by delta pixels within the vertical range, and the live controls with them.
+void CKelPropertyTreeList::ScrollVertBy(long delta)
 {
-    CWnd::OnSize(nType, cx, cy);
     if (!m_pTree)
         return;
+    SCROLLINFO si = {};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_ALL;
+    GetScrollInfo(SB_VERT, &si);
+    const long maxPos = std::max(static_cast<long>(si.nMin), si.nMax - static_cast<long>(si.nPage) + 1);
+    long pos = m_pTree->GetOrigin().y + delta;
+    pos = std::min(std::max(pos, static_cast<long>(si.nMin)), maxPos);
+    if (pos == m_pTree->GetOrigin().y)
+        return;
+    m_pTree->SetOriginOffset(pos);
+    SetScrollPos(SB_VERT, static_cast<int>(pos), TRUE);
     Invalidate();
-    UpdateResize();
-    m_bScrollBarsDirty = 1;
     m_pTree->UpdateMoveAllItems();
+}
+
+void CKelPropertyTreeList::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar*)
+{
+    if (!m_pTree)
+        return;
+    SetFocus();
+    CRect client;
+    GetClientRect(&client);
+    SCROLLINFO si = {};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_ALL;
+    GetScrollInfo(SB_VERT, &si);
+    const long page = client.Height() + 1;
+    const long pos = m_pTree->GetOrigin().y;
+    switch (nSBCode)
+    {
+    case SB_LINEUP:
+        ScrollVertBy(-21);
+        break;
+    case SB_LINEDOWN:
+        ScrollVertBy(21);
+        break;
+    case SB_PAGEUP:
+        ScrollVertBy(-page);
+        break;
+    case SB_PAGEDOWN:
+        ScrollVertBy(page);
+        break;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+        // The message carries 16 bits of the position; longer ranges read the track position.
+        ScrollVertBy((nSBCode == SB_THUMBPOSITION && si.nMax <= 0xFFFF ? static_cast<long>(nPos) : si.nTrackPos) - pos);
+        break;
+    case SB_TOP:
+        ScrollVertBy(si.nMin - pos);
+        break;
+    case SB_BOTTOM:
+        ScrollVertBy(si.nMax - pos);
+        break;
+    default:
+        break;
+    }
+}
+
+void CKelPropertyTreeList::OnHScroll(UINT nSBCode, UINT, CScrollBar*)
+{
+    if (!m_pTree)
+        return;
+    SetFocus();
+    SCROLLINFO si = {};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_ALL;
+    GetScrollInfo(SB_HORZ, &si);
+    const long limit = std::max(0L, si.nMax - static_cast<long>(si.nPage) + 1);
+    const long pos = si.nPos;
+    long diff = 0;
+    switch (nSBCode)
+    {
+    case SB_LINERIGHT:
+    case SB_PAGERIGHT:
+        diff = std::min(nSBCode == SB_LINERIGHT ? 5L : 15L, limit - pos);
+        break;
+    case SB_LINELEFT:
+    case SB_PAGELEFT:
+        diff = -std::min(nSBCode == SB_LINELEFT ? 5L : 15L, pos);
+        break;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+        diff = si.nTrackPos - pos;
+        break;
+    default:
+        return;
+    }
+    const long newPos = pos + diff;
+    if (diff == 0 || newPos > limit || newPos < 0)
+        return;
+    // The column gives way by as much as the values move in.
+    m_pTree->SetOriginOffsetX(m_pTree->GetColumn() - diff);
+    m_pTree->SetOriginOffsetHorz(newPos);
+    SetScrollPos(SB_HORZ, static_cast<int>(newPos), TRUE);
+    Invalidate();
+    m_pTree->UpdateMoveAllItems();
+}
+
+BOOL CKelPropertyTreeList::OnMouseWheel(UINT, short zDelta, CPoint)
+{
+    if (!m_pTree)
+        return TRUE;
+    CRect client;
+    GetClientRect(&client);
+    SCROLLINFO si = {};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_ALL;
+    GetScrollInfo(SB_VERT, &si);
+    if (si.nMax - si.nMin < client.Height())
+        return TRUE;
+    SetFocus();
+    // One line per message, whatever the size of the notch.
+    OnVScroll(zDelta > 0 ? SB_LINEUP : SB_LINEDOWN, 0, nullptr);
+    return TRUE;
 }
 
 void CKelPropertyTreeList::OnSetFocus(CWnd* pOldWnd)

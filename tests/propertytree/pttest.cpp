@@ -60,6 +60,8 @@ LRESULT RecordingParent::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             return 1;
         return refuse.count(nm->hdr.code) ? 1 : 0;
     }
+    if (message == WM_RBUTTONDBLCLK)
+        ++rightDoubleClicks;
     if (message == WM_PT_EXCHANGE_OM)
     {
         CExternalOMData* data = reinterpret_cast<CExternalOMData*>(lParam);

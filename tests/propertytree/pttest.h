@@ -96,6 +96,7 @@ public:
     std::vector<UINT_PTR> ids;
     std::vector<HWND> senders;
     int exchanges = 0;
+    int rightDoubleClicks = 0;   // WM_RBUTTONDBLCLK handed on by the list
     int lastRequestedResID = -1;
     // Answers: a code listed here gets the answer non-zero.
     std::set<unsigned> refuse;
