@@ -534,3 +534,50 @@ TEST_F(MouseTest, AfterScrollingThePressFindsTheExpandBoxWherePaintingPutIt)
     EXPECT_TRUE(a->IsExpanded());
     EXPECT_TRUE(tree.IsItemOnVisibleList(a1));
 }
+
+TEST_F(MouseTest, InMultipleSelectionASwitchClickSwitchesEverySelectedRowLikeTheClickedOne)
+{
+    tree.SetTreeItemsSwitchable(1, 0);
+    tree.SetMultipleSelection(true);
+    CKelPropertyTreeItem* r1 = Add("r1", top);
+    CKelPropertyTreeItem* r2 = Add("r2", top);
+    CKelPropertyTreeItem* r3 = Add("r3", top);
+    for (CKelPropertyTreeItem* r : {r1, r2, r3})
+    {
+        r->SetItemSwitching(1);
+        r->SetItemSwitchStatus(1, 1);
+    }
+    Paint();
+    tree.SelectItems(r1, 1);
+    tree.SelectItems(r2, 1);
+    Clear();
+    Click(SwitchPoint(r2));
+    EXPECT_EQ(0u, r1->GetItemSwitchStatus());
+    EXPECT_EQ(0u, r2->GetItemSwitchStatus());
+    EXPECT_EQ(1u, r3->GetItemSwitchStatus());
+    // Each switched row tells the parent, and the click itself is not told.
+    std::vector<unsigned> switches;
+    for (unsigned c : CodesBesidesFocus())
+        if (c == PTN_SWITCH_CHANGED)
+            switches.push_back(c);
+    EXPECT_EQ(2u, switches.size());
+    for (unsigned c : CodesBesidesFocus())
+        EXPECT_NE(PTN_ITEM_CLICKED, c);
+    // A row outside the selection switches alone.
+    Click(SwitchPoint(r3));
+    EXPECT_EQ(0u, r3->GetItemSwitchStatus());
+    EXPECT_EQ(0u, r1->GetItemSwitchStatus());
+}
+
+TEST_F(MouseTest, AClickOnASwitchLockedBoxChangesNothingButStillTellsTheParent)
+{
+    tree.SetTreeItemsSwitchable(1, 0);
+    CKelPropertyTreeItem* row = Add("row", top);
+    row->SetItemSwitching(1, 1);
+    row->SetItemSwitchStatus(1, 1, KPTISM_PROGRAM);
+    Paint();
+    Clear();
+    Click(SwitchPoint(row));
+    EXPECT_EQ(1u, row->GetItemSwitchStatus());
+    ExpectCodesBesidesFocus({PTN_SWITCH_CHANGED, PTN_SELECTION_CHANGED, PTN_ITEM_CLICKED});
+}
