@@ -81,6 +81,9 @@ void CKelPropertyTreeList::OnKeyDown(UINT nChar, UINT, UINT)
             CheckVisibleFocus();
         }
         break;
+    case VK_F2:
+        EditLabel(nullptr);
+        break;
     default:
         break;
     }

@@ -271,6 +271,9 @@ void CKelPropertyTreeList::OnButtonDown(int button, UINT, CPoint point)
                 if (Prepare2GetDestinationItem(item))
                     m_bLabelClickStartedDrag = true;
             }
+            // A second click on a label that was already selected edits it.
+            else if (item->IsSelected() && m_bRowWasSelectedBeforePress)
+                EditLabel(item);
         }
     }
 
@@ -311,8 +314,12 @@ void CKelPropertyTreeList::OnButtonUp(int, UINT, CPoint point)
     // A pick-up that never moved ends without a drop
     else if (m_nDestinationMode)
     {
+        // A draggable label that was only clicked, not dragged: a second click still edits it.
+        CKelPropertyTreeItem* source = m_pSourceItem;
         EndDestinationMode();
         ::SetCursor(m_hCursors[3]);
+        if (m_bLabelClickStartedDrag && source && source->IsSelected() && m_bRowWasSelectedBeforePress)
+            EditLabel(source);
     }
     m_bLabelClickStartedDrag = false;
 
