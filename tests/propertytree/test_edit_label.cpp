@@ -12,13 +12,15 @@ using Edit = CKelPropertyTreeItemEdit;
 
 namespace
 {
-// The label highlight of a selected row as painting leaves it: the measured label inflated
-// by 4 and 2, on the row's line.
+// Selects the row and paints the list, so that the row carries the label highlight that
+// painting writes for a selected row.
 void Highlight(CKelPropertyTreeItem* row)
 {
-    const long top = row->GetLocation().y;
-    RECT rc = {30, top + 1, 90, top + 19};
-    row->SetLabelHighlightRect(rc);
+    CKelPropertyTree* tree = row->GetItemOwner();
+    tree->SelectItems(row, 1);
+    CWnd* list = tree->GetCtrlParent();
+    list->Invalidate();
+    list->UpdateWindow();
 }
 
 Edit* EditorOf(CKelPropertyTreeItem* row)
@@ -32,6 +34,8 @@ TEST_F(EditTest, EditLabelOpensABorderedEditorOverTheHighlightAndBlanksTheLabel)
     CountedItem* row = static_cast<CountedItem*>(tree.InsertItem(new CountedItem("Height"), group));
     Place();
     Highlight(row);
+    const CRect h = row->GetLabelHighlightRect();
+    ASSERT_FALSE(h.IsRectEmpty());
     row->SetLabelLimitText(20);
     row->EditLabel(row->GetLabelText(), row->GetLabelLimitText());
     kel_test::PumpPending();
@@ -72,7 +76,6 @@ TEST_F(EditTest, EditLabelOpensABorderedEditorOverTheHighlightAndBlanksTheLabel)
     CRect rc;
     ::GetWindowRect(editor->m_hWnd, &rc);
     tree.GetCtrlParent()->ScreenToClient(&rc);
-    const RECT& h = row->GetLabelHighlightRect();
     EXPECT_EQ(h.left, rc.left);
     EXPECT_EQ(h.top, rc.top);
     EXPECT_EQ(h.bottom, rc.bottom);
@@ -168,6 +171,7 @@ TEST_F(EditTest, LabelEditorGrowsWithItsTextWithinTheList)
     CountedItem* row = static_cast<CountedItem*>(tree.InsertItem(new CountedItem("A"), group));
     Place();
     Highlight(row);
+    const long highlightLeft = row->GetLabelHighlightRect().left;
     row->EditLabel(row->GetLabelText(), 0);
     kel_test::PumpPending();
     Edit* editor = EditorOf(row);
@@ -183,7 +187,7 @@ TEST_F(EditTest, LabelEditorGrowsWithItsTextWithinTheList)
         CSelectObjectScope font(&dc, editor->GetFont());
         measured = dc.GetTextExtent(CString("WxMMM")).cx;
     }
-    EXPECT_EQ(row->GetLabelHighlightRect().left, rc.left);
+    EXPECT_EQ(highlightLeft, rc.left);
     EXPECT_EQ(measured, rc.Width());
     // A long text stops at the list's right edge, less the scroll bar and the border.
     Type(editor->m_hWnd, "a very long label text that cannot fit into the list at all");
