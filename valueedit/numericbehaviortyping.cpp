@@ -183,7 +183,12 @@ void CKelValueEditEx::NumericBehavior::_OnChar(UINT nChar, UINT nRepCnt, UINT nF
 
     if (_ShouldEnter(c))
     {
+        HWND hEdit = m_pEdit->GetSafeHwnd();
         Behavior::_OnChar(nChar, nRepCnt, nFlags);
+        // Return or Escape in place end the edit, and its owner may destroy it at once; the
+        // edit deletes itself with its window.
+        if (!::IsWindow(hEdit))
+            return;
         if (bAdjust)
             AdjustSeparators(separatorCount);
         m_bDeleted = 0;

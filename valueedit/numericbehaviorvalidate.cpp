@@ -49,9 +49,11 @@ bool CKelValueEditEx::NumericBehavior::IsValid() const
 
 void CKelValueEditEx::NumericBehavior::_OnKillFocus(CWnd* pNewWnd)
 {
+    HWND hEdit = m_pEdit->GetSafeHwnd();
     Behavior::_OnKillFocus(pNewWnd);
-    // The edit may have been closed by the focus loss in place; the handle is checked first.
-    if (!::IsWindow(m_pEdit->GetSafeHwnd()))
+    // In place, the list's owner may destroy the edit while it is told of the end, and the
+    // edit deletes itself with its window: nothing of it may be touched then.
+    if (!::IsWindow(hEdit))
         return;
     if (m_bDeleted != 0)
     {
