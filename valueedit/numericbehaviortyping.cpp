@@ -76,7 +76,12 @@ void CKelValueEditEx::NumericBehavior::_OnChar(UINT nChar, UINT nRepCnt, UINT nF
             // now the prefix alone stays as it is, for the character to go behind it.
             if (m_pEdit->GetText().GetLength() > prefixLength)
                 AdjustSeparators(separatorCount);
-            _OnChar(c, nRepCnt, nFlags);
+            // A text limit of the edit may have refused the prefix: then the character is lost
+            // rather than tried again.
+            int caret = 0, caretEnd = 0;
+            m_pEdit->GetSel(caret, caretEnd);
+            if (caret >= prefixLength)
+                _OnChar(c, nRepCnt, nFlags);
         }
         return;
     }

@@ -374,3 +374,17 @@ TEST_F(NumericTest, CutGoesThroughTheDeleteKeyAndAWholeCutIsADeletion)
     field.GetDeletedItemText(deleted);
     EXPECT_STREQ("14.5", deleted);
 }
+
+TEST_F(NumericTest, PrefixRefusedByTheTextLimitLosesTheCharacterQuietly)
+{
+    CNumericField field(5, 2);
+    ASSERT_TRUE(Create(field));
+    field.SetPrefix("Nr. ");
+    field.SetLimitText(2);   // the prefix itself does not fit
+    Type(field, "5");
+    // What the edit took of the prefix, if anything; the digit did not get in.
+    std::string text = field.GetText().GetString();
+    EXPECT_LE(text.size(), 2u);
+    EXPECT_EQ(0u, std::string("Nr. ").find(text));
+    EXPECT_TRUE(::IsWindow(field.m_hWnd));
+}
