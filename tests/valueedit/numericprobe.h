@@ -39,6 +39,14 @@ public:
     void ZerosInto(CString& text, int position, int count) const { this->InsertZeros(text, position, count); }
     void PullIntoRange() { this->AdjustWithinRange(); }
 
+    // Calls of the redraw hook.
+    int redraws = 0;
+    void _Redraw() override
+    {
+        ++redraws;
+        TField::_Redraw();
+    }
+
     // Calls of the error message, counted before the box shows.
     mutable int errorMessages = 0;
     void ShowErrorMessage() const override

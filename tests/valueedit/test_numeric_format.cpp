@@ -287,3 +287,24 @@ TEST_F(NumericTest, PrefixWithDigitsIsNoPartOfTheNumber)
     EXPECT_STREQ("No. 1 - 42.0", field.GetText());
     EXPECT_DOUBLE_EQ(42.0, field.GetDouble());
 }
+
+TEST_F(NumericTest, SettersRedrawOnlyOnAChangeExceptTheRange)
+{
+    CNumericField field(5, 2);
+    ASSERT_TRUE(Create(field));
+    field.redraws = 0;
+    field.SetMaxWholeDigits(5);
+    field.SetMaxDecimalPlaces(2);
+    field.SetDigitsInGroup(0);
+    field.AllowNegative(true);
+    EXPECT_EQ(0, field.redraws);
+    field.SetMaxWholeDigits(6);
+    field.SetMaxDecimalPlaces(3);
+    field.SetDigitsInGroup(3);
+    field.AllowNegative(false);
+    EXPECT_EQ(4, field.redraws);
+    field.redraws = 0;
+    field.SetRange(0.0, 10.0);
+    field.SetRange(0.0, 10.0);
+    EXPECT_EQ(2, field.redraws);
+}
