@@ -4,6 +4,7 @@
 // Page templates
 #define IDD_PAGE_WELCOME 200
 #define IDD_PAGE_VALUEFIELDS 201
+#define IDD_PAGE_NUMBERS 202
 #define IDD_PAGE_PROPERTIES 203
 
 // Controls of the welcome page
@@ -31,6 +32,18 @@
 #define IDC_VF_LIST 1110
 #define IDC_VF_LIST_STATUS 1111
 #define IDC_VF_INPLACE 1112
+
+// Controls of the numbers page
+#define IDC_NUM_LENGTH 1201
+#define IDC_NUM_COUNT 1202
+#define IDC_NUM_PRICE 1203
+#define IDC_NUM_ITEM 1204
+#define IDC_NUM_LENGTH_VALUE 1205
+#define IDC_NUM_COUNT_VALUE 1206
+#define IDC_NUM_PRICE_VALUE 1207
+#define IDC_NUM_ITEM_VALUE 1208
+#define IDC_NUM_DELETED 1209
+#define IDC_NUM_PRICE_FORMAT 1210
 
 // Controls of the properties page
 #define IDC_PP_TREE_PLACE 1301

@@ -5,6 +5,10 @@
 //   CKelValueEditEx                    colours, the clipboard frame and the hooks of the rules
 //   CKelValueEditEx::Behavior          base of the behaviors that hold a field's rules
 //   CKelValueEditEx::SelectionSaver    puts an edit's selection back at the end of a scope
+//   CKelValueNumericEdit               a number field: digits, sign, decimals, grouping, range
+//   CKelValueIntegerEdit               a number field without decimal places
+//   CKelValueCurrencyEdit              a money field in the user's currency format
+//   (the behaviors that hold the fields' rules are in behaviors.h)
 //
 // A field in a dialog is a member subclassed over the template's edit:
 //
@@ -99,6 +103,7 @@ class KELWINCTRL_API CKelValueEditEx : public CKelValueEdit
 public:
     class Behavior;
     class SelectionSaver;
+    class NumericBehavior;
 
     CKelValueEditEx();
     ~CKelValueEditEx() override;
@@ -212,4 +217,60 @@ protected:
     CEdit* m_pEdit;
     int m_nStart;
     int m_nEnd;
+};
+
+// ---- Numeric fields ----
+// The behaviors nest in CKelValueEditEx; behaviors.h holds them and is read here, once the
+// classes above are complete.
+#define KELWINCTRL_VALUEEDIT_LAYERS_DECLARED
+#include "behaviors.h"
+
+// A number field: the text is kept a well-formed number while it is typed, and its range is
+// checked when the focus leaves.
+//
+//     CKelValueNumericEdit m_height(4, 2);    // up to 9999.99
+//     m_height.SubclassDlgItem(IDC_HEIGHT, this);
+//     m_height.SetRange(0.0, 2500.0);
+//     m_height.SetDouble(1250.0);
+//     double height = m_height.GetDouble();
+//
+// When the user wiped the field and left it, the parent receives KEL_WM_VALUE_DELETED (posted)
+// and may ask GetDeletedItemText for what stood there.
+class KELWINCTRL_API CKelValueNumericEdit : public CKelValueEditEx, public CKelValueEditEx::NumericBehavior
+{
+public:
+    // A negative maxWholeDigits allows no sign.
+    CKelValueNumericEdit(int maxWholeDigits, int maxDecimalPlaces);
+    ~CKelValueNumericEdit() override;
+
+    // The text as the number rules accept it.
+    CString GetValidText() const override;
+
+protected:
+    afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnKillFocus(CWnd* pNewWnd);
+    // Cut is a copy followed by the Delete key, so that the number rules decide what goes.
+    afx_msg LRESULT OnCut(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnPaste(WPARAM wParam, LPARAM lParam);
+    DECLARE_MESSAGE_MAP()
+};
+
+// A number field without decimal places.
+class KELWINCTRL_API CKelValueIntegerEdit : public CKelValueNumericEdit
+{
+public:
+    // A negative maxWholeDigits allows no sign.
+    explicit CKelValueIntegerEdit(int maxWholeDigits);
+    ~CKelValueIntegerEdit() override;
+};
+
+// A money field: 9 whole digits, the currency symbol in front, digits in groups, and the
+// decimals filled up when a value is set or the field is left. Symbol, grouping, decimal
+// places, symbol placement and separators follow the user's currency settings.
+class KELWINCTRL_API CKelValueCurrencyEdit : public CKelValueNumericEdit
+{
+public:
+    CKelValueCurrencyEdit();
+    ~CKelValueCurrencyEdit() override;
 };
