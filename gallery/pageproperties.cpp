@@ -70,10 +70,14 @@ BOOL CPageProperties::OnInitDialog()
     m_tree.SetColumn(110);
     FillTree();
     m_tree.SetPopulated(1);
+    m_tree.SelectItems(m_pThicknessRow, 1);
+    m_tree.SetFocusedItem(m_pThicknessRow);
     m_tree.GetCtrlParent()->Invalidate();
     ShowVariables();
     SetDlgItemText(IDC_PP_EVENT, "No notification yet.");
-    return TRUE;
+    // The keyboard starts in the tree, on the selected row.
+    m_tree.GetCtrlParent()->SetFocus();
+    return FALSE;
 }
 
 void CPageProperties::FillTree()
@@ -85,7 +89,8 @@ void CPageProperties::FillTree()
         AddEdit(m_tree, pWall, "Thickness", CKelPropertyTreeItemEdit::VALUE_FORMAT_DOUBLE, &m_thickness);
     pThickness->SetMinMax(50.0, 600.0);
     pThickness->SetAdditionalTextInfo("mm");
-    m_pHeightRow = AddEdit(m_tree, pWall, "Height", CKelPropertyTreeItemEdit::VALUE_FORMAT_TEXT, &m_height);
+    m_pThicknessRow = pThickness;
+    AddEdit(m_tree, pWall, "Height", CKelPropertyTreeItemEdit::VALUE_FORMAT_TEXT, &m_height);
     AddEdit(m_tree, pWall, "Courses", CKelPropertyTreeItemEdit::VALUE_FORMAT_INTEGER, &m_courses);
     AddEdit(m_tree, pWall, "Material", CKelPropertyTreeItemEdit::VALUE_FORMAT_TEXT, &m_material);
     CKelPropertyTreeItemEdit* pFire =
@@ -97,16 +102,16 @@ void CPageProperties::FillTree()
     static const struct
     {
         const char* name;
-        const char* thickness;
+        int thickness;
         int on;
-    } kLayers[] = {{"Plaster", "15", 1}, {"Insulation", "120", 1}, {"Masonry", "240", 1}, {"Render", "20", 0}};
+    } kLayers[] = {{"Plaster", 15, 1}, {"Insulation", 120, 1}, {"Masonry", 240, 1}, {"Render", 20, 0}};
     for (const auto& layer : kLayers)
     {
         CKelPropertyTreeItemEdit* pRow = new CKelPropertyTreeItemEdit();
         m_tree.InsertItem(pRow, pBuildUp);
         pRow->SetLabelText(layer.name);
-        pRow->SetValueFormat(CKelPropertyTreeItemEdit::VALUE_FORMAT_TEXT);
-        pRow->SetItemValue(CString(layer.thickness));
+        pRow->SetValueFormat(CKelPropertyTreeItemEdit::VALUE_FORMAT_INTEGER);
+        pRow->SetItemValue(layer.thickness);
         pRow->SetAdditionalTextInfo("mm");
         pRow->SetItemSwitching(1);
         pRow->SetItemSwitchStatus(layer.on, 1);

@@ -29,7 +29,7 @@ private:
     void ShowEvent(unsigned code, CKelPropertyTreeItem* pItem);
 
     CKelPropertyTree m_tree;
-    CKelPropertyTreeItemEdit* m_pHeightRow = nullptr;
+    CKelPropertyTreeItemEdit* m_pThicknessRow = nullptr;
 
     // The wall's properties, as the host's model holds them.
     CString m_name = "Outer wall, north";
