@@ -16,19 +16,11 @@
 #include <string>
 #include <vector>
 
+#include "benchclock.h"
+
 namespace
 {
-double Now()
-{
-    static LARGE_INTEGER frequency = [] {
-        LARGE_INTEGER f;
-        QueryPerformanceFrequency(&f);
-        return f;
-    }();
-    LARGE_INTEGER counter;
-    QueryPerformanceCounter(&counter);
-    return static_cast<double>(counter.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
-}
+using bench::Now;
 
 // A value row as a host would have one: a text in the value column, widening the column.
 class TextRow : public CKelPropertyTreeItem

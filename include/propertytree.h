@@ -631,6 +631,7 @@ private:
     bool PressSpecialButton(CKelPropertyTreeItem* pItem);
     bool IsRowOrLayerLocked(CKelPropertyTreeItem* pItem);
     bool ToggleExpanded(CKelPropertyTreeItem* pItem);
+    void SetExpanded(CKelPropertyTreeItem* pItem, int expand);
     void InvertColumnBand(int x);
     void EndDestinationMode();
     void ScrollVertBy(long delta);

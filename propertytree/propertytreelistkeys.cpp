@@ -39,26 +39,14 @@ void CKelPropertyTreeList::OnKeyDown(UINT nChar, UINT, UINT)
         if (!focus || tree->SendNotify(PTN_ITEM_EXPANDING, focus) || !focus->GetChild() || !focus->IsExpanded())
             tree->FocusPrev();
         else
-        {
-            focus->Expand(0);
-            m_bScrollBarsDirty = 1;
-            Invalidate();
-            UpdateWindow();
-            CheckVisibleFocus();
-        }
+            SetExpanded(focus, 0);
         Invalidate();
         break;
     case VK_RIGHT:
         if (!focus || tree->SendNotify(PTN_ITEM_EXPANDING, focus) || !focus->GetChild() || focus->IsExpanded())
             tree->FocusNext();
         else
-        {
-            focus->Expand(1);
-            m_bScrollBarsDirty = 1;
-            Invalidate();
-            UpdateWindow();
-            CheckVisibleFocus();
-        }
+            SetExpanded(focus, 1);
         Invalidate();
         break;
     case VK_INSERT:
@@ -73,13 +61,7 @@ void CKelPropertyTreeList::OnKeyDown(UINT nChar, UINT, UINT)
     case VK_ADD:
     case VK_SUBTRACT:
         if (focus && focus->GetChild())
-        {
-            focus->Expand(nChar == VK_ADD ? 1 : 0);
-            m_bScrollBarsDirty = 1;
-            Invalidate();
-            UpdateWindow();
-            CheckVisibleFocus();
-        }
+            SetExpanded(focus, nChar == VK_ADD ? 1 : 0);
         break;
     case VK_F2:
         EditLabel(nullptr);

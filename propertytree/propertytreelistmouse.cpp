@@ -41,13 +41,19 @@ bool CKelPropertyTreeList::ToggleExpanded(CKelPropertyTreeItem* pItem)
 {
     if (!pItem->GetChild() || pItem->IsNoExpandBox() || m_pTree->SendNotify(PTN_ITEM_EXPANDING, pItem))
         return false;
-    pItem->Expand(!pItem->IsExpanded());
-    Invalidate();
+    SetExpanded(pItem, !pItem->IsExpanded());
+    return true;
+}
+
+// Opens or closes a row and paints at once, so that the visible list answers for the new
+// state before the focus is checked against it.
+void CKelPropertyTreeList::SetExpanded(CKelPropertyTreeItem* pItem, int expand)
+{
+    pItem->Expand(expand);
     m_bScrollBarsDirty = 1;
-    // Painted at once, so that the visible list answers for the new state.
+    Invalidate();
     UpdateWindow();
     CheckVisibleFocus();
-    return true;
 }
 
 // Shows the special button pressed and holds the mouse until the release.
