@@ -173,8 +173,7 @@ TEST_F(KeysTest, TheListGainingTheFocusTellsTheParent)
     ::SetFocus(parent.m_hWnd);
     kel_test::PumpPending();
     Clear();
-    if (!FocusList())
-        GTEST_SKIP() << "the desktop would not give the list the focus";
+    ASSERT_TRUE(FocusList()) << "the desktop would not give the list the focus";
     ASSERT_FALSE(parent.codes.empty());
     EXPECT_EQ(PTN_FOCUS_GAINED, parent.codes.back());
     EXPECT_EQ(nullptr, parent.items.back());

@@ -63,13 +63,12 @@ TEST_F(MouseTest, AClickOnAnotherRowWhileAnEditIsActiveCommitsItAndSelectsNothin
     EditingItem* e1 = static_cast<EditingItem*>(tree.InsertItem(new EditingItem("e1"), top));
     EditingItem* e2 = static_cast<EditingItem*>(tree.InsertItem(new EditingItem("e2"), top));
     Paint();
-    if (!FocusList())
-        GTEST_SKIP() << "the desktop would not give the list the focus";
+    ASSERT_TRUE(FocusList()) << "the desktop would not give the list the focus";
     bool held = kel_test::RunHoldingForeground(parent.m_hWnd, [&] {
         Click(ValuePoint(e1));
     });
-    if (!held || ::GetFocus() != e1->edit.m_hWnd)
-        GTEST_SKIP() << "the edit did not get the focus";
+    ASSERT_TRUE(held) << "another program took the foreground";
+    ASSERT_EQ(e1->edit.m_hWnd, ::GetFocus()) << "the edit did not get the focus";
     ASSERT_TRUE(e1->IsActivated());
     e1->Type(42);
     Clear();
@@ -97,11 +96,10 @@ TEST_F(MouseTest, AClickOnAStaticRowWhileAnEditIsActiveGoesOnAtOnce)
     CKelPropertyTreeItem* info = Add("info", top);
     info->SetIdentifier(ITEM_TYPE_STATIC);
     Paint();
-    if (!FocusList())
-        GTEST_SKIP() << "the desktop would not give the list the focus";
+    ASSERT_TRUE(FocusList()) << "the desktop would not give the list the focus";
     bool held = kel_test::RunHoldingForeground(parent.m_hWnd, [&] { Click(ValuePoint(e1)); });
-    if (!held || ::GetFocus() != e1->edit.m_hWnd)
-        GTEST_SKIP() << "the edit did not get the focus";
+    ASSERT_TRUE(held) << "another program took the foreground";
+    ASSERT_EQ(e1->edit.m_hWnd, ::GetFocus()) << "the edit did not get the focus";
     Clear();
     Click(LabelPoint(info));
     EXPECT_FALSE(e1->IsActivated());

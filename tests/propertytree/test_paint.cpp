@@ -149,8 +149,7 @@ TEST_F(PaintTest, SelectedLabelIsHighlightedWithFocusAndButtonFaceWithout)
     // An unselected row has no band.
     EXPECT_TRUE(CRect(a->GetLabelHighlightRect()).IsRectEmpty());
 
-    if (!FocusList())
-        GTEST_SKIP() << "the desktop would not give the list the focus";
+    ASSERT_TRUE(FocusList()) << "the desktop would not give the list the focus";
     ASSERT_TRUE(list->IsFocusOnTreeList());
     Paint();
     auto t = Render();

@@ -90,8 +90,7 @@ TEST(CurrencyField, DefaultLocaleOfTheTestPrefixIsTheUsualDollarFormat)
     // then read as they do on such a desktop.
     std::string symbol;
     ASSERT_TRUE(LocaleText(LOCALE_SCURRENCY, symbol));
-    if (symbol != "$")
-        GTEST_SKIP() << "the user's currency is " << symbol;
+    ASSERT_EQ("$", symbol) << "the test prefix is not in English (United States)";
     CCurrencyField field;
     EXPECT_STREQ("$", field.GetPrefix());
     EXPECT_EQ(2, field.GetMaxDecimalPlaces());
