@@ -76,15 +76,13 @@ void EditTest::Activate(CKelPropertyTreeItem* row)
 
 void EditTest::Type(HWND hWnd, const char* text)
 {
-    for (const char* c = text; *c; ++c)
-        ::PostMessageA(hWnd, WM_CHAR, static_cast<unsigned char>(*c), 1);
+    kel_test::PostChars(hWnd, text);
     kel_test::PumpPending();
 }
 
 void EditTest::Press(HWND hWnd, UINT vk)
 {
-    UINT scan = ::MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
-    ::PostMessageA(hWnd, WM_KEYDOWN, vk, MAKELPARAM(1, scan));
+    kel_test::PostKeyDown(hWnd, vk);
     kel_test::PumpPending();
 }
 

@@ -4,8 +4,6 @@
 // own rendering.
 #include "ptlist.h"
 
-#include <cstring>
-
 using pttest::ListFixture;
 
 namespace
@@ -54,13 +52,6 @@ struct RoadTest : ListFixture
         Paint();
     }
 
-    static void PostKey(HWND hWnd, UINT vk)
-    {
-        UINT scan = ::MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
-        ::PostMessageA(hWnd, WM_KEYDOWN, vk, MAKELPARAM(1, scan));
-        kel_test::PumpPending();
-    }
-
     RoadSeen Drive(RoadEnd end)
     {
         RoadSeen seen;
@@ -88,8 +79,7 @@ struct RoadTest : ListFixture
                 return;
 
             // Typing replaces the selected old text; nothing reaches the variable yet.
-            for (const char* c = kNewText; *c; ++c)
-                ::PostMessageA(hEdit, WM_CHAR, static_cast<unsigned char>(*c), 1);
+            kel_test::PostChars(hEdit, kNewText);
             kel_test::PumpPending();
             char text[64] = {};
             ::GetWindowTextA(hEdit, text, sizeof(text));
@@ -99,10 +89,10 @@ struct RoadTest : ListFixture
             switch (end)
             {
             case RoadEnd::Return:
-                PostKey(hEdit, VK_RETURN);
+                kel_test::PostKeyDown(hEdit, VK_RETURN);
                 break;
             case RoadEnd::Escape:
-                PostKey(hEdit, VK_ESCAPE);
+                kel_test::PostKeyDown(hEdit, VK_ESCAPE);
                 break;
             case RoadEnd::FocusLoss:
                 parent.SetFocus();

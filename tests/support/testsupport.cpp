@@ -5,6 +5,18 @@
 
 namespace kel_test
 {
+void PostKeyDown(HWND hWnd, UINT vk)
+{
+    UINT scan = ::MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
+    ::PostMessageA(hWnd, WM_KEYDOWN, vk, MAKELPARAM(1, scan));
+}
+
+void PostChars(HWND hWnd, const char* text)
+{
+    for (const char* c = text; *c; ++c)
+        ::PostMessageA(hWnd, WM_CHAR, static_cast<unsigned char>(*c), 1);
+}
+
 void PumpPending()
 {
     MSG msg;

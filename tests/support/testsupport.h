@@ -14,6 +14,12 @@ void PumpPending();
 // Pumps messages for the given time.
 void PumpFor(DWORD milliseconds);
 
+// Posts a key press as the keyboard would, with its scan code, so that TranslateMessage
+// makes the character of it. Nothing is pumped.
+void PostKeyDown(HWND hWnd, UINT vk);
+// Posts each character of the text as a WM_CHAR. Nothing is pumped.
+void PostChars(HWND hWnd, const char* text);
+
 // Makes a top-level window of this process the foreground and active window. Test
 // programs run side by side on one display, and a window that another program shows takes
 // the foreground; a test that depends on activation or focus takes it back first.

@@ -139,8 +139,7 @@ TEST_F(FieldNumbersTest, InPlaceEditReportsAValueTheOwnerCanRead)
     pEdit->DoInPlace(0, 1);
     ASSERT_TRUE(pEdit->Create(WS_CHILD | WS_VISIBLE | WS_BORDER, CRect(100, 20, 280, 42), CWnd::FromHandle(hList), 1));
     HWND hEdit = pEdit->m_hWnd;
-    for (char c : std::string("1.5m+20"))
-        ::PostMessageA(hEdit, WM_CHAR, static_cast<WPARAM>(c), 1);
+    kel_test::PostChars(hEdit, "1.5m+20");
     PostKeyDown(hEdit, VK_RETURN);
     kel_test::PumpPending();
     std::vector<NotifySeen> ends = frame.EndLabelEdits();

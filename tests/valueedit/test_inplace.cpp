@@ -110,8 +110,7 @@ TEST_F(InPlaceTest, ReturnDeliversTheText)
     CCountedEdit* pEdit = OpenEdit("");
     ASSERT_NE(nullptr, pEdit);
     HWND hEdit = pEdit->m_hWnd;
-    for (char c : std::string("2.75"))
-        ::PostMessageA(hEdit, WM_CHAR, static_cast<WPARAM>(c), 1);
+    kel_test::PostChars(hEdit, "2.75");
     PostKeyDown(hEdit, VK_RETURN);
     kel_test::PumpPending();
 

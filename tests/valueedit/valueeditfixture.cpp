@@ -69,12 +69,6 @@ LRESULT CRecordingFrame::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
-void PostKeyDown(HWND hWnd, UINT vk)
-{
-    UINT scan = ::MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
-    ::PostMessageA(hWnd, WM_KEYDOWN, vk, MAKELPARAM(1, scan));
-}
-
 bool SetClipboardText(HWND owner, const char* text)
 {
     if (!::OpenClipboard(owner))

@@ -56,8 +56,7 @@ private:
     std::unique_ptr<DesktopLock> m_pDesktopLock;
 };
 
-// Posts a key press to a window as the keyboard would, with its scan code.
-void PostKeyDown(HWND hWnd, UINT vk);
+using kel_test::PostKeyDown;
 // Puts text on the clipboard; reads it back ("" when there is none).
 bool SetClipboardText(HWND owner, const char* text);
 std::string GetClipboardText(HWND owner);
