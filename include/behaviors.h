@@ -173,6 +173,10 @@ private:
     void ShowNumber(const CString& number);
     // The group separator that may stand beside the given decimal separator.
     void KeepSeparatorsApart();
+    // Beeps, fixes, speaks and keeps the focus as the flags ask for a failed value; the
+    // flags are the IfInvalid ones, shifted left by one for the IfEmpty ones. Answers 0
+    // when the failure was acted on, 1 when it is let pass.
+    int32_t ReactToFailure(int shift);
 };
 // END numeric behavior
 

@@ -119,18 +119,7 @@ int32_t CKelValueEditEx::NumericBehavior::Validate(CString* text, double* value,
     if (!m_pEdit->GetText().IsEmpty())
     {
         if (!IsValid())
-        {
-            if ((m_uFlags & NumBeepIfInvalid) != 0)
-                ::MessageBeep(MB_ICONEXCLAMATION);
-            if ((m_uFlags & NumFixIfInvalid) != 0)
-                AdjustWithinRange();
-            if ((m_uFlags & NumMessageIfInvalid) != 0 && (m_uFlags & NumFocusIfInvalid) != 0)
-                ShowErrorMessage();
-            if ((m_uFlags & NumFocusIfInvalid) != 0)
-                m_pEdit->SetFocus();
-            if ((m_uFlags & (NumBeepIfInvalid | NumFixIfInvalid | NumFocusIfInvalid)) != 0)
-                result = 0;
-        }
+            result = ReactToFailure(0);
         if (text != nullptr)
             *text = GetNumericText(m_pEdit->GetText(), false);
         if (value != nullptr)
@@ -139,18 +128,33 @@ int32_t CKelValueEditEx::NumericBehavior::Validate(CString* text, double* value,
     else
     {
         // An empty field is a failure in itself for the bits that ask about it.
-        if ((m_uFlags & NumBeepIfEmpty) != 0)
-            ::MessageBeep(MB_ICONEXCLAMATION);
-        if ((m_uFlags & NumFixIfEmpty) != 0)
-            AdjustWithinRange();
-        if ((m_uFlags & NumMessageIfEmpty) != 0 && (m_uFlags & NumFocusIfEmpty) != 0)
-            ShowErrorMessage();
-        if ((m_uFlags & NumFocusIfEmpty) != 0)
-            m_pEdit->SetFocus();
-        if ((m_uFlags & (NumBeepIfEmpty | NumFixIfEmpty | NumFocusIfEmpty)) != 0)
-            result = 0;
+        result = ReactToFailure(1);
     }
     return result;
+}
+
+// Each IfEmpty flag is its IfInvalid flag one bit higher.
+static_assert(CKelValueEditEx::NumericBehavior::NumBeepIfEmpty == CKelValueEditEx::NumericBehavior::NumBeepIfInvalid << 1 &&
+                  CKelValueEditEx::NumericBehavior::NumFixIfEmpty == CKelValueEditEx::NumericBehavior::NumFixIfInvalid << 1 &&
+                  CKelValueEditEx::NumericBehavior::NumFocusIfEmpty == CKelValueEditEx::NumericBehavior::NumFocusIfInvalid << 1 &&
+                  CKelValueEditEx::NumericBehavior::NumMessageIfEmpty == CKelValueEditEx::NumericBehavior::NumMessageIfInvalid << 1,
+              "the empty-text flags sit one bit above the out-of-range flags");
+
+int32_t CKelValueEditEx::NumericBehavior::ReactToFailure(int shift)
+{
+    const UINT beep = NumBeepIfInvalid << shift;
+    const UINT fix = NumFixIfInvalid << shift;
+    const UINT focus = NumFocusIfInvalid << shift;
+    const UINT message = NumMessageIfInvalid << shift;
+    if ((m_uFlags & beep) != 0)
+        ::MessageBeep(MB_ICONEXCLAMATION);
+    if ((m_uFlags & fix) != 0)
+        AdjustWithinRange();
+    if ((m_uFlags & message) != 0 && (m_uFlags & focus) != 0)
+        ShowErrorMessage();
+    if ((m_uFlags & focus) != 0)
+        m_pEdit->SetFocus();
+    return (m_uFlags & (beep | fix | focus)) != 0 ? 0 : 1;
 }
 
 void CKelValueEditEx::NumericBehavior::AdjustWithinRange()
