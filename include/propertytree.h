@@ -566,6 +566,8 @@ public:
     void CheckVisibleFocus();
     void EditLabel(CKelPropertyTreeItem* pItem = nullptr);   // null: the focused row
     void PostUpgradeTheScrollBars() { m_bScrollBarsDirty = 1; }
+    // Everything a scroll bar holds (SIF_ALL); false when the bar has no information.
+    bool ReadScrollInfo(int bar, SCROLLINFO& si);
     int AreScrollBarsDirty() const { return m_bScrollBarsDirty; }
     int IsFocusOnTreeList() const { return m_nHasFocus; }
 

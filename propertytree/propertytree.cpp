@@ -1237,10 +1237,8 @@ void CKelPropertyTree::EnsureVisible(CKelPropertyTreeItem* pItem)
     {
         m_list.SetFocus();
         long pos = y < top ? y : y + pItem->GetHeight() - client.Height();
-        SCROLLINFO si = {};
-        si.cbSize = sizeof(si);
-        si.fMask = SIF_ALL;
-        if (m_list.GetScrollInfo(SB_VERT, &si))
+        SCROLLINFO si;
+        if (m_list.ReadScrollInfo(SB_VERT, si))
         {
             const long maxPos = si.nMax - static_cast<long>(si.nPage) + 1;
             pos = std::min(pos, maxPos);
@@ -1265,10 +1263,8 @@ void CKelPropertyTree::EnsureVisibleSideways(const CRect& client)
     const long need = valueRight - client.right;
     if (need <= 0)
         return;
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_ALL;
-    if (!m_list.GetScrollInfo(SB_HORZ, &si))
+    SCROLLINFO si;
+    if (!m_list.ReadScrollInfo(SB_HORZ, si))
         return;
     const long limit = std::max(0L, static_cast<long>(si.nMax) - static_cast<long>(si.nPage) + 1);
     const long pos = si.nPos;

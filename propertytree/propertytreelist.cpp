@@ -96,6 +96,14 @@ void CKelPropertyTreeList::OnSize(UINT nType, int cx, int cy)
     m_pTree->UpdateMoveAllItems();
 }
 
+bool CKelPropertyTreeList::ReadScrollInfo(int bar, SCROLLINFO& si)
+{
+    si = SCROLLINFO{};
+    si.cbSize = sizeof(si);
+    si.fMask = SIF_ALL;
+    return GetScrollInfo(bar, &si) != FALSE;
+}
+
 void CKelPropertyTreeList::UpdateResize()
 {
     if (!m_pTree || !m_hWnd)
@@ -140,10 +148,8 @@ void CKelPropertyTreeList::UpdateResize()
                            ? 0
                            : client.Width() + 1 - static_cast<int>(m_pTree->GetOriginOffsetHorz()) -
                                  static_cast<int>(m_pTree->GetColumn());
-    SCROLLINFO old = {};
-    old.cbSize = sizeof(old);
-    old.fMask = SIF_ALL;
-    const bool hadInfo = GetScrollInfo(SB_HORZ, &old) != FALSE;
+    SCROLLINFO old;
+    const bool hadInfo = ReadScrollInfo(SB_HORZ, old);
     SCROLLINFO sh = {};
     sh.cbSize = sizeof(sh);
     sh.fMask = SIF_RANGE | SIF_PAGE;
@@ -175,10 +181,8 @@ void CKelPropertyTreeList::ScrollVertBy(long delta)
 {
     if (!m_pTree)
         return;
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_ALL;
-    GetScrollInfo(SB_VERT, &si);
+    SCROLLINFO si;
+    ReadScrollInfo(SB_VERT, si);
     const long maxPos = std::max(static_cast<long>(si.nMin), si.nMax - static_cast<long>(si.nPage) + 1);
     long pos = m_pTree->GetOrigin().y + delta;
     pos = std::min(std::max(pos, static_cast<long>(si.nMin)), maxPos);
@@ -197,10 +201,8 @@ void CKelPropertyTreeList::OnVScroll(UINT nSBCode, UINT nPos, CScrollBar*)
     SetFocus();
     CRect client;
     GetClientRect(&client);
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_ALL;
-    GetScrollInfo(SB_VERT, &si);
+    SCROLLINFO si;
+    ReadScrollInfo(SB_VERT, si);
     const long page = client.Height() + 1;
     const long pos = m_pTree->GetOrigin().y;
     switch (nSBCode)
@@ -238,10 +240,8 @@ void CKelPropertyTreeList::OnHScroll(UINT nSBCode, UINT, CScrollBar*)
     if (!m_pTree)
         return;
     SetFocus();
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_ALL;
-    GetScrollInfo(SB_HORZ, &si);
+    SCROLLINFO si;
+    ReadScrollInfo(SB_HORZ, si);
     const long limit = std::max(0L, si.nMax - static_cast<long>(si.nPage) + 1);
     const long pos = si.nPos;
     long diff = 0;
@@ -279,10 +279,8 @@ BOOL CKelPropertyTreeList::OnMouseWheel(UINT, short zDelta, CPoint)
         return TRUE;
     CRect client;
     GetClientRect(&client);
-    SCROLLINFO si = {};
-    si.cbSize = sizeof(si);
-    si.fMask = SIF_ALL;
-    GetScrollInfo(SB_VERT, &si);
+    SCROLLINFO si;
+    ReadScrollInfo(SB_VERT, si);
     if (si.nMax - si.nMin < client.Height())
         return TRUE;
     SetFocus();
