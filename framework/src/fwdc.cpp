@@ -4,6 +4,7 @@
 
 #include "kelfw/fwlivecount.h"
 #include "kelfw/fwwnd.h"
+#include "threadslot.h"
 
 #include <map>
 #include <memory>
@@ -16,9 +17,7 @@ public:
     {
         if (hDC == nullptr)
             return nullptr;
-        if (t_pMap == nullptr)
-            t_pMap = new Map;
-        std::unique_ptr<CDC>& slot = (*t_pMap)[hDC];
+        std::unique_ptr<CDC>& slot = s_map.GetOrCreate()[hDC];
         if (!slot)
         {
             slot.reset(new CDC);
@@ -33,16 +32,16 @@ public:
     static void Clear()
     {
         // Wrappers are temporary, so their destructors leave the contexts alone.
-        delete t_pMap;
-        t_pMap = nullptr;
+        s_map.Reset();
     }
 
 private:
     using Map = std::map<HDC, std::unique_ptr<CDC>>;
-    static thread_local Map* t_pMap;
+    static CThreadLocalPtr<Map> s_map;
 };
 
-thread_local CDCTempMap::Map* CDCTempMap::t_pMap = nullptr;
+// Released with the thread that made it, like every per-thread object of the framework.
+CThreadLocalPtr<CDCTempMap::Map> CDCTempMap::s_map;
 
 namespace
 {

@@ -5,6 +5,7 @@
 #include "kelfw/fwimagelist.h"
 #include "kelfw/fwlivecount.h"
 #include "kelfw/fwmodule.h"
+#include "threadslot.h"
 
 #include <cstdlib>
 #include <map>
@@ -23,9 +24,7 @@ public:
     {
         if (hObject == nullptr)
             return nullptr;
-        if (t_pMap == nullptr)
-            t_pMap = new Map;
-        std::unique_ptr<CGdiObject>& slot = (*t_pMap)[Key(hObject, std::type_index(typeid(T)))];
+        std::unique_ptr<CGdiObject>& slot = s_map.GetOrCreate()[Key(hObject, std::type_index(typeid(T)))];
         if (!slot)
         {
             slot.reset(new T);
@@ -39,17 +38,17 @@ public:
     static void Clear()
     {
         // Wrappers are temporary, so their destructors leave the handles alone.
-        delete t_pMap;
-        t_pMap = nullptr;
+        s_map.Reset();
     }
 
 private:
     using Key = std::pair<HGDIOBJ, std::type_index>;
     using Map = std::map<Key, std::unique_ptr<CGdiObject>>;
-    static thread_local Map* t_pMap;
+    static CThreadLocalPtr<Map> s_map;
 };
 
-thread_local CGdiTempMap::Map* CGdiTempMap::t_pMap = nullptr;
+// Released with the thread that made it, like every per-thread object of the framework.
+CThreadLocalPtr<CGdiTempMap::Map> CGdiTempMap::s_map;
 
 void AfxDeleteTempGdiMap()
 {

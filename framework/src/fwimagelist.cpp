@@ -4,6 +4,7 @@
 #include "kelfw/fwdc.h"
 #include "kelfw/fwlivecount.h"
 #include "kelfw/fwmodule.h"
+#include "threadslot.h"
 
 #include <map>
 #include <memory>
@@ -16,9 +17,7 @@ public:
     {
         if (hImageList == nullptr)
             return nullptr;
-        if (t_pMap == nullptr)
-            t_pMap = new Map;
-        std::unique_ptr<CImageList>& slot = (*t_pMap)[hImageList];
+        std::unique_ptr<CImageList>& slot = s_map.GetOrCreate()[hImageList];
         if (!slot)
         {
             slot.reset(new CImageList);
@@ -32,16 +31,16 @@ public:
     static void Clear()
     {
         // Wrappers are temporary, so their destructors leave the lists alone.
-        delete t_pMap;
-        t_pMap = nullptr;
+        s_map.Reset();
     }
 
 private:
     using Map = std::map<HIMAGELIST, std::unique_ptr<CImageList>>;
-    static thread_local Map* t_pMap;
+    static CThreadLocalPtr<Map> s_map;
 };
 
-thread_local CImageListTempMap::Map* CImageListTempMap::t_pMap = nullptr;
+// Released with the thread that made it, like every per-thread object of the framework.
+CThreadLocalPtr<CImageListTempMap::Map> CImageListTempMap::s_map;
 
 namespace
 {

@@ -4,6 +4,7 @@
 #include "kelfw/fwdc.h"
 #include "kelfw/fwlivecount.h"
 #include "kelfw/fwmodule.h"
+#include "threadslot.h"
 
 #include <unordered_map>
 
@@ -22,10 +23,13 @@ PermanentMap& Permanent()
     return *s_map;
 }
 
-// Temporary wrappers belong to the thread that asked for them.
+// Temporary wrappers belong to the thread that asked for them, and go when it ends.
 struct TempMap
 {
     std::unordered_map<HWND, CWnd*> map;
+    TempMap() = default;
+    TempMap(const TempMap&) = delete;   // owns its wrappers
+    TempMap& operator=(const TempMap&) = delete;
     ~TempMap()
     {
         for (auto& entry : map)
@@ -35,7 +39,7 @@ struct TempMap
         }
     }
 };
-thread_local TempMap t_tempWnds;
+CThreadLocalPtr<TempMap> s_tempWnds;
 
 // The message being handled, for Default() and reflection.
 thread_local MSG t_lastSentMsg = {};
@@ -142,7 +146,7 @@ CWnd* PASCAL CWnd::FromHandle(HWND hWnd)
         return nullptr;
     if (CWnd* pWnd = FromHandlePermanent(hWnd))
         return pWnd;
-    CWnd*& slot = t_tempWnds.map[hWnd];
+    CWnd*& slot = s_tempWnds.GetOrCreate().map[hWnd];
     if (slot == nullptr)
         slot = new CWnd(hWnd);
     return slot;
@@ -150,12 +154,7 @@ CWnd* PASCAL CWnd::FromHandle(HWND hWnd)
 
 void PASCAL CWnd::DeleteTempMap()
 {
-    for (auto& entry : t_tempWnds.map)
-    {
-        entry.second->m_hWnd = nullptr;
-        delete entry.second;
-    }
-    t_tempWnds.map.clear();
+    s_tempWnds.Reset();
 }
 
 BOOL CWnd::Attach(HWND hWndNew)
@@ -169,12 +168,15 @@ BOOL CWnd::Attach(HWND hWndNew)
     if (!inserted)
         return FALSE;
     // A temporary wrapper of the same handle would now be stale.
-    auto it = t_tempWnds.map.find(hWndNew);
-    if (it != t_tempWnds.map.end())
+    if (TempMap* pTemp = s_tempWnds.Get())
     {
-        it->second->m_hWnd = nullptr;
-        delete it->second;
-        t_tempWnds.map.erase(it);
+        auto it = pTemp->map.find(hWndNew);
+        if (it != pTemp->map.end())
+        {
+            it->second->m_hWnd = nullptr;
+            delete it->second;
+            pTemp->map.erase(it);
+        }
     }
     m_hWnd = hWndNew;
     m_bTemporary = false;
