@@ -1,5 +1,5 @@
 // Tests of the key-state word. They inject real key presses, which every window of the
-// desktop sees, so they run in a program of their own that CTest runs alone.
+// desktop sees; the program has a desktop of its own while it runs.
 #include "kelwinctrl.h"
 
 #include "testsupport.h"

@@ -26,9 +26,6 @@ const uint32_t kOtherPlatformSize = sizeof(void*) == 8 ? 72u : 136u;
 class HostRecord : public ::testing::Test
 {
 protected:
-    // The boxes take focus and activation, which other test programs share.
-    kel_test::DesktopLock m_desktop;
-
     void SetUp() override
     {
         ASSERT_EQ(1u, KelWinCtrlInic(&m_a));

@@ -17,8 +17,9 @@ namespace
 const char kCompany[] = "KelFwTest";
 const char kCompanyPath[] = "Software\\KelFwTest";
 
-// Test programs run side by side and share the registry, so each names its application
-// after its process: one test's clean-up never removes another's values.
+// The registry outlives a test program (later programs run in the same Wine prefix), so each
+// names its application after its process: what a program that died before its clean-up
+// left is never read by another.
 std::string MakeAppName()
 {
     return "KelFwTestApp" + std::to_string(GetCurrentProcessId());
@@ -79,7 +80,7 @@ struct AppTest : ::testing::Test
         app.reset();
         RegDeleteTreeA(HKEY_CURRENT_USER, kAppPath);
         EXPECT_FALSE(KeyExists(kAppPath));
-        // The company key goes too once no other test program has its application below it.
+        // The company key goes too once no other application is left below it.
         RegDeleteKeyA(HKEY_CURRENT_USER, kCompanyPath);
     }
 };

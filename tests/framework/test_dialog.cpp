@@ -355,7 +355,7 @@ TEST_F(DialogTest, ShownModalDialogHasFocusOnItsFirstTabStop)
         result = dlg.DoModal();
         editFocused = dlg.editFocusedBeforeInput;
     });
-    ASSERT_TRUE(held) << "another program kept the foreground";
+    ASSERT_TRUE(held) << "the window lost the foreground";
     EXPECT_EQ(IDCANCEL, result);
     EXPECT_TRUE(editFocused);
 }
@@ -536,7 +536,7 @@ TEST_F(DialogTest, OwnerIsActiveAgainAfterModalDialogEnds)
         kel_test::PumpPending();
         activeAfter = ::GetActiveWindow();
     });
-    ASSERT_TRUE(held) << "another program kept the foreground";
+    ASSERT_TRUE(held) << "the window lost the foreground";
     EXPECT_EQ(42, result);
     EXPECT_TRUE(activeWhileRunning);
     EXPECT_EQ(owner.m_hWnd, activeAfter);
@@ -817,7 +817,7 @@ TEST_F(DialogTest, ModelessDialogMovesFocusBetweenControlsByCallAndByTabKey)
         kel_test::PumpPending();
         focus.push_back(::GetFocus());
     });
-    ASSERT_TRUE(held) << "another program kept the foreground";
+    ASSERT_TRUE(held) << "the window lost the foreground";
     std::vector<HWND> expected = {hEdit, hOk, hEdit, hOk, hCancel};
     EXPECT_EQ(expected, focus);
     dlg.DestroyWindow();

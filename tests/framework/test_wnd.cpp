@@ -94,7 +94,6 @@ END_MESSAGE_MAP()
 
 struct WndTest : ::testing::Test
 {
-    kel_test::DesktopLock desktop;   // focus and activation are shared with other test programs
     CTestFrame frame;
     long windowsBefore = 0;
     void SetUp() override

@@ -20,7 +20,6 @@ struct MessageBoxCall
 
 struct EditTest : ::testing::Test
 {
-    kel_test::DesktopLock desktop;   // focus and activation are shared with other test programs
     RecordingParent parent;
     CKelPropertyTree tree;
     CKelPropertyTreeItem* group = nullptr;

@@ -63,7 +63,6 @@ public:
 class ListFixture : public ::testing::Test
 {
 protected:
-    kel_test::DesktopLock desktop;   // focus and activation are shared with other test programs
     RecordingParent parent;
     CKelPropertyTree tree;
     CKelPropertyTreeList* list = nullptr;

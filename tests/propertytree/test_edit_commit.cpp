@@ -581,8 +581,6 @@ public:
 
 TEST(EditInDialog, ReturnAndEscapeEndTheEditAndNeverReachTheDialogsButtons)
 {
-    kel_test::DesktopLock desktop;
-    ASSERT_TRUE(desktop.Held());
     kel_test::DlgTemplateBuilder tpl("edit row in a dialog", DS_SETFONT | WS_POPUP | WS_CAPTION | WS_VISIBLE, 20, 20,
                                      260, 160);
     tpl.AddButton("OK", IDOK, BS_DEFPUSHBUTTON, 10, 130, 50, 14);

@@ -238,7 +238,6 @@ TEST_F(ModuleSevenDragTest, TheCursorTellsADropAsSiblingFromADropInto)
 
 TEST(DragRefusal, ARowTheHostRefusesIsNoDestination)
 {
-    kel_test::DesktopLock desktop;
     pttest::RecordingParent parent;
     ASSERT_TRUE(parent.CreateParent());
     {

@@ -67,7 +67,7 @@ TEST_F(MouseTest, AClickOnAnotherRowWhileAnEditIsActiveCommitsItAndSelectsNothin
     bool held = kel_test::RunHoldingForeground(parent.m_hWnd, [&] {
         Click(ValuePoint(e1));
     });
-    ASSERT_TRUE(held) << "another program took the foreground";
+    ASSERT_TRUE(held) << "the window lost the foreground";
     ASSERT_EQ(e1->edit.m_hWnd, ::GetFocus()) << "the edit did not get the focus";
     ASSERT_TRUE(e1->IsActivated());
     e1->Type(42);
@@ -98,7 +98,7 @@ TEST_F(MouseTest, AClickOnAStaticRowWhileAnEditIsActiveGoesOnAtOnce)
     Paint();
     ASSERT_TRUE(FocusList()) << "the desktop would not give the list the focus";
     bool held = kel_test::RunHoldingForeground(parent.m_hWnd, [&] { Click(ValuePoint(e1)); });
-    ASSERT_TRUE(held) << "another program took the foreground";
+    ASSERT_TRUE(held) << "the window lost the foreground";
     ASSERT_EQ(e1->edit.m_hWnd, ::GetFocus()) << "the edit did not get the focus";
     Clear();
     Click(LabelPoint(info));

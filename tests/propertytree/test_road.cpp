@@ -10,7 +10,7 @@ namespace
 {
 const char* const kNewText = "400";
 
-// What one run of the road saw; a run is repeated when the desktop's foreground was lost.
+// What one run of the road saw.
 struct RoadSeen
 {
     bool editOpened = false;          // the edit lay over the value column, visible, focused

@@ -25,7 +25,6 @@ std::string Codes(const std::vector<unsigned>& codes)
 
 struct TreeWindowTest : ::testing::Test
 {
-    kel_test::DesktopLock desktop;   // focus and activation are shared with other test programs
     RecordingParent parent;
     CKelPropertyTree tree;
     void SetUp() override

@@ -61,19 +61,14 @@ bool TakeForeground(HWND hWnd)
     return false;
 }
 
-bool RunHoldingForeground(HWND hWnd, const std::function<void()>& step, int attempts)
+bool RunHoldingForeground(HWND hWnd, const std::function<void()>& step)
 {
-    for (int i = 0; i < attempts; ++i)
-    {
-        if (!TakeForeground(hWnd))
-            continue;
-        step();
-        DWORD pid = 0;
-        GetWindowThreadProcessId(GetForegroundWindow(), &pid);
-        if (pid == GetCurrentProcessId())
-            return true;
-    }
-    return false;
+    if (!TakeForeground(hWnd))
+        return false;
+    step();
+    DWORD pid = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &pid);
+    return pid == GetCurrentProcessId();
 }
 
 namespace
@@ -108,26 +103,6 @@ HWND FindBoxWindow(const std::string& caption)
     EnumWindows(&FindBox, reinterpret_cast<LPARAM>(&ctx));
     return ctx.found;
 }
-}
-
-DesktopLock::DesktopLock()
-{
-    HANDLE hMutex = ::CreateMutexA(nullptr, FALSE, "KelWinCtrlTestDesktop");
-    if (hMutex == nullptr)
-        return;
-    DWORD wait = ::WaitForSingleObject(hMutex, 60000);
-    if (wait == WAIT_OBJECT_0 || wait == WAIT_ABANDONED)
-        m_hMutex = hMutex;
-    else
-        ::CloseHandle(hMutex);
-}
-
-DesktopLock::~DesktopLock()
-{
-    if (m_hMutex == nullptr)
-        return;
-    ::ReleaseMutex(m_hMutex);
-    ::CloseHandle(m_hMutex);
 }
 
 bool BoxIsOpen(const char* caption)

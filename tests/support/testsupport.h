@@ -20,16 +20,14 @@ void PostKeyDown(HWND hWnd, UINT vk);
 // Posts each character of the text as a WM_CHAR. Nothing is pumped.
 void PostChars(HWND hWnd, const char* text);
 
-// Makes a top-level window of this process the foreground and active window. Test
-// programs run side by side on one display, and a window that another program shows takes
-// the foreground; a test that depends on activation or focus takes it back first.
+// Makes a top-level window of this process the foreground and active window, pumping until
+// the display has said so. Each test program runs on a desktop of its own, so nothing else
+// takes the foreground; a test that depends on activation or focus still takes it first,
+// since an earlier test of the same program may have left another window active.
 bool TakeForeground(HWND hWnd);
-// Runs a step that needs the foreground, taking it first, and runs it again (up to the
-// given number of times) when another program took the foreground while it ran, since its
-// outcome then says nothing. True when a run still had the foreground at its end (nothing
-// hands it back once another program took it); the step records what it saw, and the test
-// asserts on the last run's record.
-bool RunHoldingForeground(HWND hWnd, const std::function<void()>& step, int attempts = 5);
+// Takes the foreground for the window and runs a step that needs it. True when the step
+// ran and this process still had the foreground at its end.
+bool RunHoldingForeground(HWND hWnd, const std::function<void()>& step);
 
 // What a modal box looked like when it was answered.
 struct BoxSeen
@@ -60,22 +58,6 @@ private:
     void Run(std::string caption, int button, DWORD timeoutMs);
     std::thread m_thread;
     BoxSeen m_seen;
-};
-
-// The desktop's focus and activation are shared by every window of every test program, and
-// CTest runs test programs side by side: a test that needs the focus holds this lock, named
-// the same in all test programs, for as long as its windows exist.
-class DesktopLock
-{
-public:
-    DesktopLock();
-    ~DesktopLock();
-    DesktopLock(const DesktopLock&) = delete;
-    DesktopLock& operator=(const DesktopLock&) = delete;
-    bool Held() const { return m_hMutex != nullptr; }
-
-private:
-    HANDLE m_hMutex = nullptr;
 };
 
 // True when a top-level window of this process with the caption exists.

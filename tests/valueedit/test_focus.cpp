@@ -116,8 +116,6 @@ public:
 
 TEST(ValueEditReturn, ReturnMovesTheFocusToTheDefaultButtonAndTheNextReturnPressesIt)
 {
-    DesktopLock desktop;
-    ASSERT_TRUE(desktop.Held());
     kel_test::DlgTemplateBuilder tpl("return test", DS_SETFONT | WS_POPUP | WS_CAPTION | WS_VISIBLE, 20, 20, 200, 80);
     tpl.AddEdit(kFieldId, 10, 10, 120, 14);
     tpl.AddButton("OK", IDOK, BS_DEFPUSHBUTTON, 10, 40, 50, 14);

@@ -293,7 +293,6 @@ std::string RunOne(TField& field, const Configuration& config, CWnd& parent, std
 
 TEST(NumericSequence, RandomKeysPastesCutsAndSelectionsKeepTheTextAFixedPointAndLeakNothing)
 {
-    // The clipboard is shared with the other test programs; take the desktop in turn.
     CValueDeletedFrame frame;
     ASSERT_TRUE(frame.CreateFrame("number field sequence"));
     kel_test::PumpPending();

@@ -7,19 +7,10 @@ CRecordingFrame::~CRecordingFrame()
 {
     if (m_hWnd != nullptr)
         DestroyWindow();
-    m_pDesktopLock.reset();
-}
-
-void CRecordingFrame::PostNcDestroy()
-{
-    m_pDesktopLock.reset();
 }
 
 bool CRecordingFrame::CreateFrame(const char* title)
 {
-    m_pDesktopLock = std::make_unique<DesktopLock>();
-    if (!m_pDesktopLock->Held())
-        return false;
     if (!CreateEx(0, nullptr, title, WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 20, 20, 420, 260, nullptr,
                   nullptr))
         return false;

@@ -29,10 +29,7 @@ struct NotifySeen
     LPARAM lParam = -1;
 };
 
-using kel_test::DesktopLock;
-
 // A visible top-level window that logs the notifications it receives, in order.
-// It holds the desktop lock from its creation until it is destroyed.
 class CRecordingFrame : public CWnd
 {
 public:
@@ -50,10 +47,6 @@ public:
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void PostNcDestroy() override;
-
-private:
-    std::unique_ptr<DesktopLock> m_pDesktopLock;
 };
 
 using kel_test::PostKeyDown;
