@@ -87,18 +87,16 @@ UINT FrameworkWorker(LPVOID pParam)
 }
 
 // Runs one round of workers of every kind the program can start and waits for their ends.
-void RunWorkerRound(const WorkerTouch& touch, int perKind)
+void RunWorkerRound(WorkerTouch touch, int perKind)
 {
     std::vector<std::thread> stdThreads;
     std::vector<HANDLE> handles;
     for (int i = 0; i < perKind; ++i)
     {
         stdThreads.emplace_back([&touch] { TouchFramework(touch); });
-        handles.push_back(reinterpret_cast<HANDLE>(_beginthreadex(
-            nullptr, 0, &CrtWorker, const_cast<WorkerTouch*>(&touch), 0, nullptr)));
-        handles.push_back(::CreateThread(nullptr, 0, &Win32Worker, const_cast<WorkerTouch*>(&touch), 0, nullptr));
-        CWinThread* pThread = AfxBeginThread(&FrameworkWorker, const_cast<WorkerTouch*>(&touch),
-                                             THREAD_PRIORITY_NORMAL, 0, CREATE_SUSPENDED);
+        handles.push_back(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, &CrtWorker, &touch, 0, nullptr)));
+        handles.push_back(::CreateThread(nullptr, 0, &Win32Worker, &touch, 0, nullptr));
+        CWinThread* pThread = AfxBeginThread(&FrameworkWorker, &touch, THREAD_PRIORITY_NORMAL, 0, CREATE_SUSPENDED);
         ASSERT_NE(pThread, nullptr);
         pThread->m_bAutoDelete = FALSE;
         ::ResumeThread(pThread->m_hThread);
@@ -157,8 +155,8 @@ class ThreadExit : public ::testing::Test
 protected:
     void SetUp() override
     {
-        m_hWnd = ::CreateWindowExA(0, "STATIC", "Walls", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40, 40, 300, 200,
-                                   nullptr, nullptr, nullptr, nullptr);
+        m_hWnd = ::CreateWindowExA(0, "STATIC", "Walls", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40, 40, 300, 200, nullptr,
+                                   nullptr, nullptr, nullptr);
         ASSERT_NE(m_hWnd, nullptr);
         m_hChild = ::CreateWindowExA(0, "EDIT", "3.65", WS_CHILD | WS_VISIBLE, 10, 10, 100, 22, m_hWnd, nullptr,
                                      nullptr, nullptr);
