@@ -87,34 +87,42 @@ UINT FrameworkWorker(LPVOID pParam)
 }
 
 // Runs one round of workers of every kind the program can start and waits for their ends.
+// Every worker is waited for before anything is asserted, so none outlives the round.
 void RunWorkerRound(WorkerTouch touch, int perKind)
 {
     std::vector<std::thread> stdThreads;
     std::vector<HANDLE> handles;
+    std::vector<CWinThread*> frameworkThreads;
     for (int i = 0; i < perKind; ++i)
     {
         stdThreads.emplace_back([&touch] { TouchFramework(touch); });
         handles.push_back(reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, &CrtWorker, &touch, 0, nullptr)));
         handles.push_back(::CreateThread(nullptr, 0, &Win32Worker, &touch, 0, nullptr));
         CWinThread* pThread = AfxBeginThread(&FrameworkWorker, &touch, THREAD_PRIORITY_NORMAL, 0, CREATE_SUSPENDED);
-        ASSERT_NE(pThread, nullptr);
-        pThread->m_bAutoDelete = FALSE;
-        ::ResumeThread(pThread->m_hThread);
-        HANDLE hDup = nullptr;
-        ::DuplicateHandle(::GetCurrentProcess(), pThread->m_hThread, ::GetCurrentProcess(), &hDup, 0, FALSE,
-                          DUPLICATE_SAME_ACCESS);
-        ASSERT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(hDup, 10000));
-        ::CloseHandle(hDup);
-        delete pThread;
+        if (pThread != nullptr)
+        {
+            pThread->m_bAutoDelete = FALSE;   // kept, so that its handle can be waited for
+            ::ResumeThread(pThread->m_hThread);
+        }
+        frameworkThreads.push_back(pThread);
     }
+    int notEnded = 0;
     for (std::thread& t : stdThreads)
         t.join();
     for (HANDLE h : handles)
     {
-        ASSERT_NE(h, nullptr);
-        ASSERT_EQ(WAIT_OBJECT_0, ::WaitForSingleObject(h, 10000));
-        ::CloseHandle(h);
+        if (h == nullptr || ::WaitForSingleObject(h, 10000) != WAIT_OBJECT_0)
+            ++notEnded;
+        if (h != nullptr)
+            ::CloseHandle(h);
     }
+    for (CWinThread* pThread : frameworkThreads)
+    {
+        if (pThread == nullptr || ::WaitForSingleObject(pThread->m_hThread, 10000) != WAIT_OBJECT_0)
+            ++notEnded;
+        delete pThread;
+    }
+    EXPECT_EQ(0, notEnded) << "workers that did not start or did not end";
 }
 
 // Bytes in use in every heap of the process, walked block by block.
