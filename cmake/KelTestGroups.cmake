@@ -31,6 +31,7 @@ set(KEL_TG_NAME [==[${target}]==])
 set(KEL_TG_EMULATOR [==[${CMAKE_CROSSCOMPILING_EMULATOR}]==])
 set(KEL_TG_LIST [==[${base}_tests.cmake]==])
 set(KEL_TG_TIMEOUT [==[${ARG_TIMEOUT}]==])
+set(KEL_TG_CMAKE [==[${CMAKE_COMMAND}]==])
 include([==[${KEL_TEST_GROUPS_SCRIPT}]==])
 kel_test_groups_discover()
 ")
@@ -60,14 +61,13 @@ function(kel_test_groups_write)
                   OUTPUT_VARIABLE listing RESULT_VARIABLE rc TIMEOUT 120)
   set(content "")
   if(NOT rc EQUAL 0)
-    # An entry that fails and says why, rather than a suite that silently runs nothing.
-    string(REPLACE "]==]" "" listing "${listing}")
+    # An entry that fails and says why; the suites the listing did name are still entered.
+    string(REPLACE "]==]" "" said "${listing}")
     string(APPEND content
-      "add_test([==[${KEL_TG_NAME}/LISTING_FAILED]==] [==[${CMAKE_COMMAND}]==] -E echo "
-      "[==[listing the tests of ${KEL_TG_PROGRAM} failed (${rc}): ${listing}]==])\n"
-      "set_tests_properties([==[${KEL_TG_NAME}/LISTING_FAILED]==] PROPERTIES WILL_FAIL TRUE)\n")
-    file(WRITE "${KEL_TG_LIST}" "${content}")
-    return()
+      "add_test([==[${KEL_TG_NAME}/LISTING_FAILED]==] [==[${KEL_TG_CMAKE}]==] -E echo "
+      "[==[listing the tests of ${KEL_TG_PROGRAM} failed (${rc}): ${said}]==])\n"
+      "set_tests_properties([==[${KEL_TG_NAME}/LISTING_FAILED]==] PROPERTIES WILL_FAIL TRUE "
+      "LABELS [==[${KEL_TG_NAME}]==])\n")
   endif()
   string(REPLACE "\r" "" listing "${listing}")
   string(REPLACE ";" "\\;" listing "${listing}")
@@ -91,7 +91,7 @@ function(kel_test_groups_write)
   endforeach()
   if(suites STREQUAL "")
     string(APPEND content
-      "add_test([==[${KEL_TG_NAME}/NO_TESTS]==] [==[${CMAKE_COMMAND}]==] -E false)\n")
+      "add_test([==[${KEL_TG_NAME}/NO_TESTS]==] [==[${KEL_TG_CMAKE}]==] -E false)\n")
   endif()
   file(WRITE "${KEL_TG_LIST}" "${content}")
 endfunction()
