@@ -3,14 +3,6 @@
 
 namespace pttest
 {
-std::string Codes(const std::vector<unsigned>& codes)
-{
-    std::string s;
-    for (unsigned c : codes)
-        s += std::to_string(c) + " ";
-    return s;
-}
-
 LRESULT TestEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_KILLFOCUS && row && row->IsActivated())

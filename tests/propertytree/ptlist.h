@@ -14,8 +14,6 @@
 
 namespace pttest
 {
-std::string Codes(const std::vector<unsigned>& codes);
-
 // A row whose value fills the value column with one colour and reports a text width.
 class PaintedValueItem : public ValueItem
 {

@@ -3,6 +3,14 @@
 
 namespace pttest
 {
+std::string Codes(const std::vector<unsigned>& codes)
+{
+    std::string s;
+    for (unsigned c : codes)
+        s += std::to_string(c) + " ";
+    return s;
+}
+
 int CountedItem::s_live = 0;
 int CountedItem::s_made = 0;
 int CountedItem::s_destroyedCount = 0;

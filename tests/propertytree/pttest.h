@@ -10,6 +10,9 @@
 
 namespace pttest
 {
+// Notification codes as one line, for a mismatch message.
+std::string Codes(const std::vector<unsigned>& codes);
+
 // A row that counts its constructions and destructions, and remembers which rows died.
 class CountedItem : public CKelPropertyTreeItem
 {
