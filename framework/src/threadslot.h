@@ -5,7 +5,7 @@
 //     TempMap& map = s_tempMap.GetOrCreate();      // this thread's map, made on first use
 //     s_tempMap.Reset();                           // deletes this thread's map
 //
-// The compiler's thread_local is emulated by this toolchain and its storage may already be
+// The compiler's thread-local variables are emulated by this toolchain and their storage may be
 // gone when the DLL hears of a thread's end (a thread of the POSIX layer frees it on its
 // own way out), so a per-thread object that must be released at the thread's end lives here
 // instead: the system's slots stay readable until the DLL's thread notification, which

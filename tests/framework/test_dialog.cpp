@@ -1,8 +1,9 @@
-// Dialogs: modal and modeless, from templates built in memory and from the program's
-// resources, driven through the framework's modal loop with real messages.
+// Modal dialogs, from templates built in memory and from the program's resources, driven
+// through the framework's modal loop with real messages.
 #include <afxwin.h>
 #include <gtest/gtest.h>
 
+#include "dialogfixture.h"
 #include "dlgtemplate.h"
 #include "test_framework_res.h"
 #include "testsupport.h"
@@ -10,10 +11,14 @@
 #include <string>
 #include <vector>
 
+using fwtest::CDialogOwner;
+using fwtest::DialogTest;
+using fwtest::kEditId;
+using fwtest::kLabelId;
+using fwtest::MakeEditTemplate;
+
 namespace
 {
-const WORD kLabelId = 100;
-const WORD kEditId = 101;
 const UINT WM_APP_FINISH = WM_APP + 7;
 const UINT_PTR kPressTimer = 1;
 const UINT_PTR kWatchdogTimer = 2;
@@ -21,48 +26,6 @@ const int kWatchdogResult = -2;   // what a dialog that nobody ended returns
 // A timer that is due is a message too, so the loop may see one before it ever went idle
 // and showed its dialog; handlers that act "once shown" wait up to this many ticks.
 const int kTicksToWaitForShow = 50;
-
-// The dialog used by the in-memory tests: a label, an edit, OK and Cancel.
-kel_test::DlgTemplateBuilder MakeEditTemplate(const char* title)
-{
-    kel_test::DlgTemplateBuilder b(title, DS_SETFONT | DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU, 0, 0, 200,
-                                   70);
-    b.AddItem(0x0082, "Symbol name:", kLabelId, WS_CHILD | WS_VISIBLE | SS_LEFT, 7, 9, 45, 10);
-    b.AddEdit(kEditId, 55, 7, 135, 14);
-    b.AddButton("OK", IDOK, BS_DEFPUSHBUTTON, 85, 48, 50, 14);
-    b.AddButton("Cancel", IDCANCEL, BS_PUSHBUTTON, 140, 48, 50, 14);
-    return b;
-}
-
-// A top-level window that owns the dialogs under test.
-class CDialogOwner : public CWnd
-{
-public:
-    bool CreateOwner()
-    {
-        return CreateEx(0, nullptr, "dialog owner", WS_POPUP | WS_CAPTION | WS_VISIBLE, 30, 30, 320, 220, nullptr,
-                        nullptr) != FALSE;
-    }
-};
-
-struct DialogTest : ::testing::Test
-{
-    CDialogOwner owner;
-    long windowsBefore = 0;
-    void SetUp() override
-    {
-        windowsBefore = AfxGetLiveCount(afxLiveWindows);
-        ASSERT_TRUE(owner.CreateOwner());
-        kel_test::PumpPending();
-    }
-    void TearDown() override
-    {
-        if (owner.m_hWnd != nullptr)
-            owner.DestroyWindow();
-        kel_test::PumpPending();
-        EXPECT_EQ(windowsBefore, AfxGetLiveCount(afxLiveWindows));
-    }
-};
 
 // Ends itself from a timer that fires once the modal loop has shown it and gone idle.
 class CTimerEndingDialog : public CDialog
@@ -423,91 +386,6 @@ TEST_F(DialogTest, EndDialogInsideOnInitDialogReturnsAtOnceWithItsCode)
     EXPECT_TRUE(owner.IsWindowEnabled());
 }
 
-namespace
-{
-class CModelessDialog : public CDialog
-{
-public:
-    int initCount = 0;
-    std::vector<std::string> log;
-    BOOL OnInitDialog() override
-    {
-        ++initCount;
-        return CDialog::OnInitDialog();
-    }
-    void OnCancel() override
-    {
-        log.push_back("OnCancel");
-        CDialog::OnCancel();
-    }
-};
-}
-
-TEST_F(DialogTest, ModelessCreateFromResourceLivesUntilDestroyWindow)
-{
-    CModelessDialog dlg;
-    ASSERT_TRUE(dlg.Create(IDD_KELFW_TEST_EDIT, &owner));
-    HWND hWnd = dlg.m_hWnd;
-    ASSERT_TRUE(::IsWindow(hWnd));
-    EXPECT_EQ(1, dlg.initCount);
-    EXPECT_EQ(&dlg, CWnd::FromHandlePermanent(hWnd));
-    EXPECT_EQ(owner.m_hWnd, ::GetWindow(hWnd, GW_OWNER));
-    EXPECT_TRUE(owner.IsWindowEnabled());   // a modeless dialog leaves its owner alone
-    CString text;
-    dlg.GetWindowText(text);
-    EXPECT_STREQ("Resource dialog", text);
-    EXPECT_NE(nullptr, dlg.GetDlgItem(IDC_KELFW_TEST_EDIT));
-
-    // Dialog keys work through the pre-translation of an ordinary message pump too.
-    dlg.ShowWindow(SW_SHOW);
-    kel_test::PumpPending();
-    ::PostMessageA(::GetDlgItem(hWnd, IDC_KELFW_TEST_EDIT), WM_KEYDOWN, VK_ESCAPE, 1);
-    kel_test::PumpPending();
-    EXPECT_EQ(std::vector<std::string>{"OnCancel"}, dlg.log);
-    EXPECT_TRUE(::IsWindow(hWnd));   // EndDialog only hides a modeless dialog
-    EXPECT_FALSE(::IsWindowVisible(hWnd));
-
-    EXPECT_TRUE(dlg.DestroyWindow());
-    EXPECT_FALSE(::IsWindow(hWnd));
-    EXPECT_EQ(nullptr, dlg.m_hWnd);
-    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(hWnd));
-}
-
-TEST_F(DialogTest, ModelessCreateIndirectFromMemoryTemplate)
-{
-    kel_test::DlgTemplateBuilder tmpl = MakeEditTemplate("Find and replace");
-    long before = AfxGetLiveCount(afxLiveWindows);
-    CModelessDialog dlg;
-    ASSERT_TRUE(dlg.CreateIndirect(tmpl.Get(), &owner));
-    HWND hWnd = dlg.m_hWnd;
-    EXPECT_EQ(1, dlg.initCount);
-    EXPECT_EQ(before + 1, AfxGetLiveCount(afxLiveWindows));
-    EXPECT_EQ(&dlg, CWnd::FromHandlePermanent(hWnd));
-    EXPECT_EQ(owner.m_hWnd, ::GetWindow(hWnd, GW_OWNER));
-    CString text;
-    dlg.GetWindowText(text);
-    EXPECT_STREQ("Find and replace", text);
-    dlg.GetDlgItemText(kLabelId, text);
-    EXPECT_STREQ("Symbol name:", text);
-    EXPECT_TRUE(dlg.DestroyWindow());
-    EXPECT_FALSE(::IsWindow(hWnd));
-    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(hWnd));
-    EXPECT_EQ(before, AfxGetLiveCount(afxLiveWindows));
-}
-
-TEST_F(DialogTest, ModelessDialogObjectGoingOutOfScopeDestroysItsWindow)
-{
-    kel_test::DlgTemplateBuilder tmpl = MakeEditTemplate("Scoped");
-    HWND hWnd = nullptr;
-    {
-        CModelessDialog dlg;
-        ASSERT_TRUE(dlg.CreateIndirect(tmpl.Get(), &owner));
-        hWnd = dlg.m_hWnd;
-        ASSERT_TRUE(::IsWindow(hWnd));
-    }
-    EXPECT_FALSE(::IsWindow(hWnd));
-    EXPECT_EQ(nullptr, CWnd::FromHandlePermanent(hWnd));
-}
 
 TEST_F(DialogTest, ModalWithMissingTemplateReturnsMinusOneAndLeavesOwnerEnabled)
 {
@@ -789,36 +667,4 @@ TEST_F(DialogTest, ModalLoopEndsWhenItsDialogIsDestroyedUnderIt)
     EXPECT_EQ(nullptr, owner.m_hWnd);
     EXPECT_FALSE(::IsWindow(dlg.hWndSeen));
     EXPECT_EQ(nullptr, dlg.m_hWnd);
-}
-
-TEST_F(DialogTest, ModelessDialogMovesFocusBetweenControlsByCallAndByTabKey)
-{
-    CModelessDialog dlg;
-    ASSERT_TRUE(dlg.Create(IDD_KELFW_TEST_EDIT, &owner));
-    dlg.ShowWindow(SW_SHOW);
-    HWND hEdit = ::GetDlgItem(dlg.m_hWnd, IDC_KELFW_TEST_EDIT);
-    HWND hOk = ::GetDlgItem(dlg.m_hWnd, IDOK);
-    HWND hCancel = ::GetDlgItem(dlg.m_hWnd, IDCANCEL);
-
-    std::vector<HWND> focus;
-    bool held = kel_test::RunHoldingForeground(dlg.m_hWnd, [&] {
-        focus.clear();
-        dlg.GotoDlgCtrl(CWnd::FromHandle(hEdit));
-        focus.push_back(::GetFocus());
-        dlg.NextDlgCtrl();
-        focus.push_back(::GetFocus());
-        dlg.PrevDlgCtrl();
-        focus.push_back(::GetFocus());
-        // Tab reaches the dialog keys only through pre-translation in the message pump.
-        ::PostMessageA(hEdit, WM_KEYDOWN, VK_TAB, 1);
-        kel_test::PumpPending();
-        focus.push_back(::GetFocus());
-        ::PostMessageA(hOk, WM_KEYDOWN, VK_TAB, 1);
-        kel_test::PumpPending();
-        focus.push_back(::GetFocus());
-    });
-    ASSERT_TRUE(held) << "the window lost the foreground";
-    std::vector<HWND> expected = {hEdit, hOk, hEdit, hOk, hCancel};
-    EXPECT_EQ(expected, focus);
-    dlg.DestroyWindow();
 }
